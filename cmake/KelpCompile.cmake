@@ -1,0 +1,29 @@
+# How every target of this project is compiled.
+#
+#   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers
+
+option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
+set(KELP_SANITIZE "" CACHE STRING "Sanitizers to compile and link with, as -fsanitize= takes them")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+function(kelp_compile_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
+  # A fused multiply-add rounds once where two operations round twice: it would
+  # change single dots between compilers and processors.
+  target_compile_options(${target} PRIVATE
+    -ffp-contract=off
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(KELP_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(KELP_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${KELP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=${KELP_SANITIZE})
+  endif()
+endfunction()
