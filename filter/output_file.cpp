@@ -1,0 +1,40 @@
+#include "filter/output_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+bool isPlainFile(int descriptor) {
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
+}
+
+}  // namespace
+
+OwnedFile openOutputFile(const char* path, const char* mode) {
+    const bool alsoRead = std::strchr(mode, '+') != nullptr;
+    // Emptied only after the check: opening with O_TRUNC would already have done the damage.
+    const int descriptor = open(
+        path, (alsoRead ? O_RDWR : O_WRONLY) | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    if (!isPlainFile(descriptor)) {
+        close(descriptor);
+        errno = EINVAL;
+        return nullptr;
+    }
+    OwnedFile stream;
+    if (ftruncate(descriptor, 0) == 0) {
+        stream.reset(fdopen(descriptor, mode));
+    }
+    if (!stream) {
+        close(descriptor);
+    }
+    return stream;
+}
