@@ -1,0 +1,126 @@
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "image/cx_image.h"
+
+// Rotate180, Mirror and MakeCenter do not ask whether the local image could be made: where it
+// could not, the destination ends empty with the reason in its last error.
+
+bool CxImage::Rotate180(CxImage* destination) {
+    if (!dib_) {
+        return false;
+    }
+    const std::uint32_t width = GetWidth();
+    const std::uint32_t height = GetHeight();
+    CxImage local;
+    if (createLike(local, width, height, 8)) {
+        local.SetPalette(GetPalette(), GetNumColors());
+        for (std::uint32_t y = 0; y < height; ++y) {
+            std::uint8_t* dst = local.rowAt(height - 1 - y);
+            if (GetBpp() == 8) {
+                std::reverse_copy(rowAt(y), rowAt(y) + width, dst);
+            } else {
+                for (std::uint32_t x = 0; x < width; ++x) {
+                    dst[width - 1 - x] = BlindGetPixelIndex(x, y);
+                }
+            }
+        }
+    }
+    return (destination != nullptr ? *destination : *this).Transfer(local);
+}
+
+void CxImage::Mirror() {
+    if (!dib_ || GetBpp() != 8) {
+        return;
+    }
+    const std::uint32_t width = GetWidth();
+    CxImage local;
+    if (createLike(local, width, GetHeight(), 8)) {
+        local.SetPalette(GetPalette(), GetNumColors());
+        for (std::uint32_t y = 0; y < GetHeight(); ++y) {
+            std::reverse_copy(rowAt(y), rowAt(y) + width, local.rowAt(y));
+        }
+    }
+    Transfer(local);
+}
+
+void CxImage::MakeCenter(int newWidth) {
+    if (!dib_ || header_.biWidth >= newWidth) {
+        return;
+    }
+    const std::uint32_t width = GetWidth();
+    CxImage local;
+    if (createLike(local, static_cast<std::uint32_t>(newWidth), GetHeight(), 8)) {
+        local.SetPalette(GetPalette(), GetNumColors());
+        const int offset = (newWidth - header_.biWidth) / 2;
+        for (std::uint32_t y = 0; y < GetHeight(); ++y) {
+            std::uint8_t* dst = local.rowAt(y) + offset;
+            for (std::uint32_t x = 0; x < width; ++x) {
+                dst[x] = BlindGetPixelIndex(x, y);
+            }
+        }
+    }
+    Transfer(local);
+}
+
+bool CxImage::Expand(long left, long top, long right, long bottom, tagRGBQUAD canvascolor) {
+    if (!dib_ || left < 0 || top < 0 || right < 0 || bottom < 0) {
+        return false;
+    }
+    // Each margin is held below 2^32 before it is added, so that the sums cannot wrap to a size
+    // that is smaller than the image.
+    constexpr long limit = std::numeric_limits<std::uint32_t>::max();
+    const long newWidth =
+        static_cast<long>(GetWidth()) + std::min(left, limit) + std::min(right, limit);
+    const long newHeight =
+        static_cast<long>(GetHeight()) + std::min(top, limit) + std::min(bottom, limit);
+    if (newWidth > limit || newHeight > limit) {
+        setLastError("CXIMAGE_MAX_MEMORY exceeded");
+        return false;
+    }
+    CxImage local;
+    if (!createLike(local, static_cast<std::uint32_t>(newWidth),
+                    static_cast<std::uint32_t>(newHeight), GetBpp())) {
+        setLastError(local.GetLastError());
+        return false;
+    }
+    local.SetPalette(GetPalette(), GetNumColors());
+
+    const std::uint32_t width = GetWidth();
+    const std::uint32_t height = GetHeight();
+    const auto copyRows = [&](long bytesPerPixel) {
+        for (std::uint32_t y = 0; y < height; ++y) {
+            std::memcpy(local.rowAt(bottom + y) + left * bytesPerPixel, rowAt(y),
+                        static_cast<std::size_t>(bytesPerPixel) * width);
+        }
+    };
+    switch (GetBpp()) {
+        case 8:
+            std::memset(local.info_.bits, local.GetNearestIndex(canvascolor),
+                        local.header_.biSizeImage);
+            copyRows(1);
+            break;
+        case 24:
+            for (long y = 0; y < newHeight; ++y) {
+                for (long x = 0; x < newWidth; ++x) {
+                    local.BlindSetPixelColor(x, y, canvascolor);
+                }
+            }
+            copyRows(3);
+            break;
+        default: {
+            const std::uint8_t canvas = local.GetNearestIndex(canvascolor);
+            for (long y = 0; y < newHeight; ++y) {
+                for (long x = 0; x < newWidth; ++x) {
+                    const bool inSource = x >= left && x < left + long{width} && y >= bottom &&
+                                          y < bottom + long{height};
+                    local.SetPixelIndex(x, y,
+                                        inSource ? GetPixelIndex(x - left, y - bottom) : canvas);
+                }
+            }
+            break;
+        }
+    }
+    return Transfer(local);
+}
