@@ -1,0 +1,106 @@
+#include <algorithm>
+#include <vector>
+
+#include "image/cx_image.h"
+#include "image/error_diffusion.h"
+#include "image/ordered_dither.h"
+
+namespace {
+
+// Every number that is not named here, negative ones included, is Floyd-Steinberg.
+ErrorKernel errorKernel(long method) {
+    switch (method) {
+        case 2:
+            return ErrorKernel::Burkes;
+        case 3:
+            return ErrorKernel::Stucki;
+        case 4:
+            return ErrorKernel::JarvisJudiceNinke;
+        case 5:
+            return ErrorKernel::Sierra;
+        case 6:
+            return ErrorKernel::StevensonArce;
+        default:
+            return ErrorKernel::FloydSteinberg;
+    }
+}
+
+// What SetPixelIndex keeps of a value at each depth: error diffusion hands its corrected grey
+// values through the image.
+std::uint8_t storedBits(std::uint32_t bpp) {
+    return bpp == 8 ? 0xFF : (bpp == 4 ? 0x0F : 0x00);
+}
+
+void readRow(const CxImage& image, std::uint32_t y, std::uint8_t* grey) {
+    if (image.GetBpp() == 8) {
+        std::copy_n(image.GetBits(y), image.GetWidth(), grey);
+        return;
+    }
+    for (std::uint32_t x = 0; x < image.GetWidth(); ++x) {
+        grey[x] = image.BlindGetPixelIndex(x, y);
+    }
+}
+
+void ditherByPosition(const CxImage& source, CxImage& mono, long method) {
+    const std::uint32_t width = source.GetWidth();
+    std::vector<std::uint8_t> grey(width);
+    for (std::uint32_t y = 0; y < source.GetHeight(); ++y) {
+        readRow(source, y, grey.data());
+        std::uint8_t* packed = mono.GetBits(y);
+        switch (method) {
+            case 0:
+                thresholdRow(grey.data(), width, packed);
+                break;
+            case 1:
+                orderedRow(grey.data(), width, y, packed);
+                break;
+            default:
+                bayerRow(grey.data(), width, y, packed);
+                break;
+        }
+    }
+}
+
+void ditherByErrorDiffusion(const CxImage& source, CxImage& mono, ErrorKernel kernel) {
+    const std::uint32_t height = source.GetHeight();
+    ErrorDiffusion diffusion(kernel, source.GetWidth(), storedBits(source.GetBpp()));
+    std::uint32_t fed = 0;
+    const auto feed = [&] {
+        std::uint8_t* row = diffusion.nextInputRow();
+        if (fed < height) {
+            readRow(source, fed, row);
+        }
+        ++fed;
+    };
+    for (std::size_t i = 0; i < ErrorDiffusion::kRowsAhead; ++i) {
+        feed();
+    }
+    for (std::uint32_t y = 0; y < height; ++y) {
+        feed();
+        diffusion.halftoneRow(mono.GetBits(y));
+    }
+}
+
+}  // namespace
+
+bool CxImage::Dither(long method) {
+    if (!dib_) {
+        return false;
+    }
+    if (GetBpp() == 1) {
+        return true;
+    }
+    CxImage local;
+    if (!createLike(local, GetWidth(), GetHeight(), 1)) {
+        setLastError(local.GetLastError());
+        return false;
+    }
+    if (method == 0 || method == 1 || method == 7) {
+        ditherByPosition(*this, local, method);
+    } else {
+        ditherByErrorDiffusion(*this, local, errorKernel(method));
+    }
+    local.SetPaletteColor(0, 0, 0, 0, 0);
+    local.SetPaletteColor(1, 255, 255, 255, 0);
+    return Transfer(local);
+}

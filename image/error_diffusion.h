@@ -1,0 +1,57 @@
+#ifndef KELP_IMAGE_ERROR_DIFFUSION_H
+#define KELP_IMAGE_ERROR_DIFFUSION_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+/// The classical error-diffusion kernels, and the running of one of them over an image row by
+/// row. Scanning is left to right on every row.
+enum class ErrorKernel {
+    FloydSteinberg,     ///< Floyd and Steinberg, 1976
+    Burkes,             ///< Burkes, 1988
+    Stucki,             ///< Stucki, 1981
+    JarvisJudiceNinke,  ///< Jarvis, Judice and Ninke, 1976
+    Sierra,             ///< Sierra, 1989 (three rows)
+    StevensonArce,      ///< Stevenson and Arce, 1985, on a rectangular grid
+};
+
+/// Error diffusion of one image. Grey values above 128 come out white. A row may receive error
+/// from up to kRowsAhead rows before it, so the caller feeds that many rows ahead of the output.
+class ErrorDiffusion {
+  public:
+    /// How far down the tallest kernel reaches.
+    static constexpr std::size_t kRowsAhead = 3;
+
+    /// @param width pixels per row
+    /// @param storedBits the bits that the image's depth can hold of a corrected grey value; 0xFF
+    ///   for 8 bits per pixel
+    ErrorDiffusion(ErrorKernel kernel, std::size_t width, std::uint8_t storedBits);
+
+    /// Where the next row to be fed goes: `width` grey values, to be filled completely. Call it
+    /// once a row, kRowsAhead rows ahead of halftoneRow; rows below the image need not be filled.
+    std::uint8_t* nextInputRow();
+
+    /// Halftones the oldest row that has been fed.
+    /// @param packed width bits, most significant first, 1 for white; (width + 7) / 8 bytes are
+    ///   written, unused low bits 0
+    void halftoneRow(std::uint8_t* packed);
+
+  private:
+    /// Widest sideways reach of a kernel: that many cells either side of a row take the error
+    /// that falls past an edge, and nobody reads them.
+    static constexpr std::size_t kMargin = 3;
+    static constexpr std::size_t kRows = kRowsAhead + 1;
+
+    std::uint8_t* rowBuffer(std::size_t index);
+
+    ErrorKernel kernel_;
+    std::size_t width_;
+    std::uint8_t storedBits_;
+    std::vector<std::uint8_t> cells_;
+    std::size_t fed_ = 0;
+    std::size_t done_ = 0;
+};
+
+#endif
