@@ -1,0 +1,31 @@
+#include "printer/mono_packing.h"
+
+#include <algorithm>
+
+#include "filter/log.h"
+#include "printer/kelp_printer.h"
+
+void packMonoRow(const unsigned char* dots, std::size_t count, unsigned char* packed) {
+    for (std::size_t first = 0; first < count; first += 8) {
+        const std::size_t bits = std::min<std::size_t>(8, count - first);
+        unsigned byte = 0;
+        for (std::size_t bit = 0; bit < bits; ++bit) {
+            byte |= dots[first + bit] != 0 ? 0x80U >> bit : 0U;
+        }
+        packed[first / 8] = static_cast<unsigned char>(byte);
+    }
+}
+
+int KelpPrinter::GrayToMono(int width, int height, unsigned char* data) const {
+    const auto rowDots = static_cast<unsigned long>(width);
+    const unsigned long skip = skipRightPixels_;
+    const unsigned long kept = skip != 0 && skip < rowDots ? rowDots - skip : rowDots;
+    kelpLogCommon(0, "GrayToMono, bpl(%d), h(%d), skipPixels(%d), wb(%d)", width, height,
+                  static_cast<int>(skip), static_cast<int>(kept));
+    unsigned char* packed = data;
+    for (int y = 0; y < height; ++y) {
+        packMonoRow(data + static_cast<unsigned long>(y) * rowDots, kept, packed);
+        packed += (kept + 7) / 8;
+    }
+    return static_cast<int>(packed - data);
+}

@@ -1,0 +1,114 @@
+#include <cstddef>
+#include <cstring>
+
+#include "enhance/tattoo.h"
+#include "filter/log.h"
+#include "printer/kelp_printer.h"
+
+namespace {
+
+std::ptrdiff_t offsetOf(int row, int stride) {
+    return static_cast<std::ptrdiff_t>(row) * stride;
+}
+
+}  // namespace
+
+int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int bytesPerLine,
+                             int width, int height, unsigned char* out) {
+    setUseTQDithering(halftoneType_ == DitherTattoo || halftoneType_ == DitherTattooX8);
+    kelpLogCommon(0, "PageProcess: TQ dithering is %s", useTQDithering_ ? "enabled" : "disabled");
+
+    if (!cximage_.CreateFromArray(pixels, static_cast<std::uint32_t>(width),
+                                  static_cast<std::uint32_t>(height), 8,
+                                  static_cast<std::uint32_t>(bytesPerLine), false)) {
+        kelpLogCommon(4, "cximage.CreateFromArray with grey failed!");
+        return 0;
+    }
+    kelpLogCommon(0, "PageProcess: Successfully created CxImage from array with stride %d",
+                  bytesPerLine);
+
+    if (brightness_ != 0 || contrast_ != 0) {
+        const int brightness = brightness_ * 5;
+        const int contrast = contrast_ * 2;
+        cximage_.Light(brightness, contrast);
+        kelpLogCommon(0, "PageProcess: Adjusted brightness to %d and contrast to %d", brightness,
+                      contrast);
+    }
+    if (rotate180Print_) {
+        cximage_.Rotate180();
+        kelpLogCommon(0, "PageProcess: Rotated the image 180 degrees");
+    }
+    if (mirrorPrint_) {
+        cximage_.Mirror();
+        kelpLogCommon(0, "PageProcess: Mirrored the image");
+    }
+
+    if (useTQDithering_) {
+        copyPixels(cximage_, out, width, height, bytesPerLine);
+        kelpLogCommon(0,
+                      "PageProcess: Copied pixels to the output buffer for TQ dithering, with "
+                      "stride %d, EffWidth %d",
+                      bytesPerLine, static_cast<int>(cximage_.GetEffWidth()));
+        // The rows are taken as packed, also where bytesPerLine says that they are not.
+        TQImage src(width, height, TQ_IMG_GRAY, out);
+        const TQImage result =
+            halftoneType_ == DitherTattooX8 ? tqTattooDitheringX8(src) : tqTattooDithering(src);
+        // The rounded width is only reported.
+        kelpLogCommon(0, "PageProcess: Applied TQ dithering with stride %d, width %d",
+                      (result.width + 3) / 4 * 4, width);
+        if (!tattooImage_.CreateFromArray(result.data, static_cast<std::uint32_t>(width),
+                                          static_cast<std::uint32_t>(height), 8,
+                                          static_cast<std::uint32_t>(width), false)) {
+            kelpLogCommon(3, "PageProcess: Failed to create a new CxImage from TQ dithered data");
+            return 0;
+        }
+        kelpLogCommon(0, "PageProcess: Successfully created a new CxImage from TQ dithered data");
+        pimage_ = &tattooImage_;
+    } else {
+        cximage_.Dither(type);
+        cximage_.IncreaseBpp(8);
+        pimage_ = &cximage_;
+        kelpLogCommon(0, "PageProcess: Applied default dithering and increased bit depth");
+    }
+
+    kelpLogCommon(0, "PageProcess: negativePrint_ %d", negativePrint_ ? 1 : 0);
+    if (negativePrint_) {
+        kelpLogCommon(0, "PageProcess: Inverting the image for negative print");
+        pimage_->Negative();
+    }
+    if (antiWrinkle_ != 0) {
+        EnableAntiWrink(*pimage_);
+    }
+
+    const auto effWidth = static_cast<int>(pimage_->GetEffWidth());
+    // Inverts once more for a negative print; the buffer is a by-product, pimage_ is printed.
+    copyProcessedPixels(pimage_, out, static_cast<int>(pimage_->GetWidth()),
+                        static_cast<int>(pimage_->GetHeight()), effWidth);
+    kelpLogCommon(0, "PageProcess: Filled the output buffer with processed pixels, length: %d",
+                  height * effWidth);
+    return height * effWidth;
+}
+
+void KelpPrinter::copyPixels(const CxImage& img, unsigned char* out, int width, int height,
+                             int stride) {
+    for (int y = 0; y < height; ++y) {
+        unsigned char* row = out + offsetOf(y, stride);
+        for (int x = 0; x < width; ++x) {
+            row[x] = img.GetPixelIndex(x, y);
+        }
+    }
+}
+
+void KelpPrinter::copyProcessedPixels(const CxImage* img, unsigned char* out, int width, int height,
+                                      int stride) const {
+    for (int y = 0; y < height; ++y) {
+        unsigned char* row = out + offsetOf(y, stride);
+        for (int x = 0; x < width; ++x) {
+            unsigned char v = img->GetPixelIndex(x, y);
+            if (v == 1) {
+                v = 0xFF;
+            }
+            row[x] = negativePrint_ ? static_cast<unsigned char>(~v) : v;
+        }
+    }
+}
