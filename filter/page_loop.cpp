@@ -1,0 +1,114 @@
+#include "filter/page_loop.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "filter/job_setup.h"
+#include "filter/log.h"
+#include "filter/output_file.h"
+#include "filter/page_header.h"
+#include "printer/zpl_printer.h"
+
+namespace {
+
+constexpr double kMillimetresPerInch = 25.4;
+
+/// The pixels of one page, kept from page to page.
+class PageBuffer {
+  public:
+    /// Resizes to `size` bytes, the ones that are new zeroed; false, and nothing changed, without
+    /// memory.
+    bool resize(std::size_t size) {
+        void* grown = std::realloc(bytes_.get(), size);
+        if (grown == nullptr) {
+            return false;
+        }
+        static_cast<void>(bytes_.release());
+        bytes_.reset(static_cast<unsigned char*>(grown));
+        if (size > size_) {
+            std::memset(bytes_.get() + size_, 0, size - size_);
+        }
+        size_ = size;
+        return true;
+    }
+    unsigned char* data() { return bytes_.get(); }
+
+  private:
+    struct Free {
+        void operator()(unsigned char* bytes) const { std::free(bytes); }
+    };
+    std::unique_ptr<unsigned char, Free> bytes_;
+    std::size_t size_ = 0;
+};
+
+/// Leaves the page's dimensions in a file for whoever looks into a bad print; overwritten by every
+/// page.
+void writeDebugLine(const cups_page_header2_t& header) {
+    if (const OwnedFile file = openOutputFile("/tmp/xxxxx.log", "w+")) {
+        std::fprintf(
+            file.get(), "cupsWidth:%d, cupsHeight:%d, cupsBytesPerLine:%d, cupsBitsPerPixel:%d\n",
+            static_cast<int>(header.cupsWidth), static_cast<int>(header.cupsHeight),
+            static_cast<int>(header.cupsBytesPerLine), static_cast<int>(header.cupsBitsPerPixel));
+    }
+}
+
+float millimetres(unsigned int dots, unsigned int dotsPerInch) {
+    return static_cast<float>(static_cast<double>(dots) * kMillimetresPerInch /
+                              static_cast<double>(dotsPerInch));
+}
+
+void configurePrinter(KelpPrinter& printer, const Settings& settings,
+                      const cups_page_header2_t& header) {
+    printer.setPageHeader(&header)
+        .setBrightness(settings.Brightness)
+        .setHalftoneType(settings.halftoneType)
+        .setMirrorPrint(settings.MirrorImage != 0)
+        .setNegativePrint(settings.NegativeImage != 0);
+}
+
+}  // namespace
+
+int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) {
+    PageBuffer pixels;
+    cups_page_header2_t header;
+    int page = 0;
+    while (raster != nullptr && cupsRasterReadHeader2(raster, &header) != 0) {
+        if (header.cupsBitsPerPixel != 8) {
+            kelpLogCommon(3, "Unsupported bits per pixel : %d ! Requires 8 bits per pixel!",
+                          static_cast<int>(header.cupsBitsPerPixel));
+            return EXIT_FAILURE;
+        }
+        if (header.cupsHeight == 0 || header.cupsBytesPerLine == 0) {
+            return EXIT_SUCCESS;
+        }
+        if (!isPrintablePage(header)) {
+            return EXIT_FAILURE;
+        }
+        const unsigned int pageSize = header.cupsBytesPerLine * header.cupsHeight;
+        writeDebugLine(header);
+        if (!pixels.resize(pageSize)) {
+            return EXIT_FAILURE;
+        }
+        settings.pageWidth = millimetres(header.cupsWidth, header.HWResolution[0]);
+        settings.pageHeight = millimetres(header.cupsHeight, header.HWResolution[1]);
+        kelpLogCommon(0, "pageWidth: %f,pageHeight: %f", static_cast<double>(settings.pageWidth),
+                      static_cast<double>(settings.pageHeight));
+        jobSetup(settings);
+        configurePrinter(printer, settings, header);
+        setCls();
+        logPageHeader(header, ++page);
+
+        if (cupsRasterReadPixels(raster, pixels.data(), pageSize) > 0) {
+            LastSet = 0;
+            printer.printImage(pixels.data(), header.cupsBytesPerLine, header.cupsHeight,
+                               header.cupsWidth);
+        }
+        if (std::ferror(stdout) != 0) {
+            // Nobody takes the printer data any more: the pages that follow are lost as well.
+            return EXIT_FAILURE;
+        }
+    }
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,51 @@
+#include "filter/ppd_lookup.h"
+
+#include <strings.h>
+
+#include <cstdlib>
+
+const ppd_choice_t* kelpPpdGetChoice(ppd_file_t* ppd, const char* option) {
+    if (const ppd_choice_t* marked = ppdFindMarkedChoice(ppd, option)) {
+        return marked;
+    }
+    ppd_option_t* known = ppdFindOption(ppd, option);
+    return known != nullptr ? ppdFindChoice(known, known->defchoice) : nullptr;
+}
+
+const char* kelpPpdGetChoiceAsStrDefault(ppd_file_t* ppd, const char* option,
+                                         const char* defaultValue) {
+    const ppd_choice_t* choice = kelpPpdGetChoice(ppd, option);
+    return choice != nullptr ? choice->choice : defaultValue;
+}
+
+int kelpPpdGetChoiceAsIntDefault(ppd_file_t* ppd, const char* option, int defaultValue) {
+    const ppd_choice_t* choice = kelpPpdGetChoice(ppd, option);
+    return choice != nullptr ? std::atoi(choice->choice) : defaultValue;
+}
+
+std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, bool defaultValue) {
+    const ppd_choice_t* choice = kelpPpdGetChoice(ppd, option);
+    if (choice == nullptr) {
+        return defaultValue ? 1 : 0;
+    }
+    const auto is = [choice](const char* name) { return strcasecmp(choice->choice, name) == 0; };
+    if (is("true") || is("yes")) {
+        return 1;
+    }
+    if (is("false") || is("no")) {
+        return 0;
+    }
+    return static_cast<std::int8_t>(std::atoi(choice->choice));
+}
+
+const char* kelpPpdGetAttrAsStrDefault(ppd_file_t* ppd, const char* name, const char* spec,
+                                       const char* defaultValue) {
+    const ppd_attr_t* attribute = ppdFindAttr(ppd, name, spec);
+    return attribute != nullptr && attribute->value != nullptr ? attribute->value : defaultValue;
+}
+
+double kelpPpdGetAttrAsFloatDefault(ppd_file_t* ppd, const char* name, const char* spec,
+                                    double defaultValue) {
+    const char* value = kelpPpdGetAttrAsStrDefault(ppd, name, spec, nullptr);
+    return value != nullptr ? std::atof(value) : defaultValue;
+}

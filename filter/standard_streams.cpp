@@ -1,0 +1,30 @@
+#include "filter/standard_streams.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+
+#include "filter/log.h"
+
+void secureStandardStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) == -1) {
+            // The lowest free descriptor is this one. The wrong way round, so that its use fails
+            // as that of a closed one does.
+            static_cast<void>(open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+        }
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+int finishStandardOutput(int status) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        kelpLogCommon(3, "Unable to write to standard output, printer data was lost!");
+        return EXIT_FAILURE;
+    }
+    return status;
+}
