@@ -7,11 +7,6 @@
 #include "filter/log.h"
 #include "printer/kelp_printer.h"
 
-// The printer's commands, by fixed positions. The empty first texts and the repeated last one are
-// never sent.
-extern const char* const ZPL2PrintMethod[3];
-extern const char* const ZPL2MN[3];
-extern const char* const ZPL2MM[5];
 const char* const ZPL2PrintMethod[3] = {"", "^MTD\r\n", "^MTT\r\n"};
 const char* const ZPL2MN[3] = {"^MNY\r\n", "^MNM\r\n", "^MNN\r\n"};
 const char* const ZPL2MM[5] = {"", "^MMT,N\r\n", "^MMP,N\r\n", "^MMC,N\r\n", "^MMC,N\r\n"};

@@ -7,6 +7,12 @@
 // be set, and thus to every output stream. Choice texts are searched for words: a choice that only
 // contains one matches, and the first word that matches decides. Unknown texts send nothing.
 
+// The commands themselves, by fixed positions. The empty first texts and the repeated last one are
+// never sent.
+extern const char* const ZPL2PrintMethod[3];  ///< none, direct, transfer
+extern const char* const ZPL2MN[3];           ///< gaps, marks, continuous
+extern const char* const ZPL2MM[5];           ///< none, tear off, peel off, cut, cut
+
 /// The whole block: size line, label start, the emitters below in order, label end.
 void jobSetup(const Settings& settings);
 

@@ -1,5 +1,5 @@
 #include <array>
-#include <cstring>
+#include <cstddef>
 
 #include "image/cx_image.h"
 

@@ -1,28 +1,17 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
-#include <memory>
 
 #include "filter/log.h"
 #include "printer/anti_wrinkle.h"
 #include "printer/blank_rows.h"
 #include "printer/kelp_printer.h"
+#include "printer/zeroed_buffer.h"
 
 namespace {
 
 constexpr std::uint8_t kMeasureTop = 0x02;
 constexpr std::uint8_t kMeasureBottom = 0x08;
-
-struct FreeBuffer {
-    void operator()(void* buffer) const { std::free(buffer); }
-};
-using Buffer = std::unique_ptr<unsigned char, FreeBuffer>;
-
-// Zeroed, so that what processing leaves unwritten is the same on every run.
-Buffer allocate(std::size_t size) {
-    return Buffer(static_cast<unsigned char*>(std::calloc(size, 1)));
-}
 
 /// First row and end of a page's content; both 0 where nobody asked.
 struct ContentRows {
@@ -98,15 +87,15 @@ void KelpPrinter::printImage(const unsigned char* pixels, unsigned long bytesPer
     kelpLogCommon(
         0, "printImage: Start processing image, input width: %zu, height: %zu, bytes per line: %zu",
         width, height, bytesPerLine);
-    Buffer processed;
+    ZeroedBuffer processed;
     // Holds nothing; a page that leaves no room for it is not begun.
-    Buffer workBuffer = allocate(bytesPerLine * height);
+    ZeroedBuffer workBuffer = allocateZeroed(bytesPerLine * height);
     if (workBuffer) {
         kelpLogCommon(0, "printImage: Memory allocated successfully, size: %zu bytes",
                       bytesPerLine * height);
         const ContentRows content = measureContent(*this, pixels, bytesPerLine, height, width);
         saveOrigin(pixels, bytesPerLine, height, width);
-        processed = allocate(processedSize(bytesPerLine, height, width));
+        processed = allocateZeroed(processedSize(bytesPerLine, height, width));
         if (processed) {
             kelpLogCommon(0,
                           "printImage: Memory for processing result allocated successfully, size: "

@@ -1,5 +1,4 @@
 #include <cstddef>
-#include <cstring>
 
 #include "enhance/tattoo.h"
 #include "filter/log.h"

@@ -1,0 +1,21 @@
+# Fails when a source file has more than 400 lines: it holds more than one idea.
+
+cmake_minimum_required(VERSION 3.25)
+
+file(GLOB_RECURSE sources
+  "${ROOT}/bench/*" "${ROOT}/drivers/*" "${ROOT}/enhance/*" "${ROOT}/filter/*" "${ROOT}/image/*"
+  "${ROOT}/printer/*" "${ROOT}/scripts/*" "${ROOT}/tests/*")
+set(checked 0)
+foreach(source IN LISTS sources)
+  file(READ "${source}" text)
+  string(REGEX REPLACE "[^\n]" "" newlines "${text}")
+  string(LENGTH "${newlines}" length)
+  math(EXPR checked "${checked} + 1")
+  if(length GREATER 400)
+    file(RELATIVE_PATH shown "${ROOT}" "${source}")
+    message(SEND_ERROR "${shown} has ${length} lines")
+  endif()
+endforeach()
+if(checked LESS 60)
+  message(FATAL_ERROR "only ${checked} files found below ${ROOT}")
+endif()

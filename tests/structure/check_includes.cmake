@@ -1,0 +1,62 @@
+# Fails when a folder includes a header of a folder it must not know, or CUPS where that is no
+# business of its own. The linker would not notice: a header needs no library.
+
+cmake_minimum_required(VERSION 3.25)
+
+# The log and the text helpers live in filter/ but stand below everything.
+set(support log halftone_type output_file text)
+
+set(allowed_image image)
+set(allowed_enhance enhance)
+set(allowed_printer printer image enhance)
+set(allowed_filter filter printer)
+
+set(cups_image "")
+set(cups_enhance "")
+set(cups_printer cups/raster.h)
+set(cups_filter cups/cups.h cups/ppd.h cups/raster.h)
+
+set(checked 0)
+set(faults "")
+foreach(folder IN ITEMS image enhance printer filter)
+  file(GLOB sources "${ROOT}/${folder}/*.cpp" "${ROOT}/${folder}/*.h")
+  foreach(source IN LISTS sources)
+    file(RELATIVE_PATH shown "${ROOT}" "${source}")
+    get_filename_component(stem "${source}" NAME_WE)
+    file(STRINGS "${source}" lines REGEX "^#include")
+    foreach(line IN LISTS lines)
+      math(EXPR checked "${checked} + 1")
+      if(line MATCHES "\"([a-z_]+)/([a-z_0-9]+)\\.h\"")
+        set(target_folder "${CMAKE_MATCH_1}")
+        set(target_stem "${CMAKE_MATCH_2}")
+        set(is_support FALSE)
+        if(target_folder STREQUAL "filter" AND target_stem IN_LIST support)
+          set(is_support TRUE)
+        endif()
+        if(folder STREQUAL "filter" AND stem IN_LIST support)
+          if(NOT is_support)
+            list(APPEND faults "${shown}: ${line} (the helpers know only each other)")
+          endif()
+        elseif(is_support AND folder MATCHES "^(printer|filter)$")
+          # Everything that logs may.
+        elseif(NOT target_folder IN_LIST allowed_${folder})
+          list(APPEND faults "${shown}: ${line}")
+        endif()
+      elseif(line MATCHES "<(cups/[a-z]+\\.h)>")
+        if(NOT CMAKE_MATCH_1 IN_LIST cups_${folder}
+           OR (folder STREQUAL "filter" AND stem IN_LIST support))
+          list(APPEND faults "${shown}: ${line}")
+        endif()
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+
+if(checked LESS 100)
+  message(FATAL_ERROR "only ${checked} #include lines found below ${ROOT}")
+endif()
+if(faults)
+  list(JOIN faults "\n  " text)
+  message(FATAL_ERROR "includes against the design:\n  ${text}")
+endif()
+message(STATUS "${checked} #include lines are as the design has them")
