@@ -7,22 +7,21 @@
 
 bool isPrintablePage(const cups_page_header2_t& header) {
     if (header.cupsBytesPerLine < header.cupsWidth) {
-        kelpLogCommon(3, "Bad page header: cupsBytesPerLine %u is less than cupsWidth %u!",
+        kelpLogCommon(3, "Unsupported cupsBytesPerLine : %u ! Less than cupsWidth : %u !",
                       header.cupsBytesPerLine, header.cupsWidth);
         return false;
     }
     for (int axis = 0; axis < 2; ++axis) {
         if (header.HWResolution[axis] == 0) {
-            kelpLogCommon(3, "Bad page header: HWResolution[%d] is %u!", axis,
+            kelpLogCommon(3, "Unsupported HWResolution[%d] : %u !", axis,
                           header.HWResolution[axis]);
             return false;
         }
     }
     const std::uint64_t bytes = std::uint64_t{header.cupsBytesPerLine} * header.cupsHeight;
     if (bytes > std::numeric_limits<std::int32_t>::max()) {
-        kelpLogCommon(
-            3, "Bad page header: cupsBytesPerLine %u x cupsHeight %u is more than %d bytes!",
-            header.cupsBytesPerLine, header.cupsHeight, std::numeric_limits<std::int32_t>::max());
+        kelpLogCommon(3, "Unsupported page size, cupsBytesPerLine : %u, cupsHeight : %u !",
+                      header.cupsBytesPerLine, header.cupsHeight);
         return false;
     }
     return true;

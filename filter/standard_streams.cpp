@@ -23,7 +23,7 @@ void secureStandardStreams() {
 
 int finishStandardOutput(int status) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        kelpLogCommon(3, "Unable to write to standard output, printer data was lost!");
+        kelpLogCommon(3, "Unable to write the printer data to standard output");
         return EXIT_FAILURE;
     }
     return status;
