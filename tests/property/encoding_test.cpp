@@ -1,0 +1,153 @@
+// Packing, row encoding, whole labels and snapshots held to the reference.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "printer/bmp.h"
+#include "printer/mono_packing.h"
+#include "printer/zpl_encoding.h"
+#include "printer/zpl_printer.h"
+#include "tests/property/random_images.h"
+#include "tests/reference/encoding.h"
+#include "tests/reference/snapshot.h"
+
+namespace {
+
+using kelp_test::forRandomImages;
+using kelp_test::Random;
+using reference::GrayImage;
+
+/// What is written to a stream in memory.
+class MemoryStream {
+  public:
+    MemoryStream() : stream_(open_memstream(&text_, &size_)) {}
+    ~MemoryStream() {
+        std::fclose(stream_);
+        std::free(text_);
+    }
+    MemoryStream(const MemoryStream&) = delete;
+    MemoryStream& operator=(const MemoryStream&) = delete;
+
+    std::FILE* stream() { return stream_; }
+    std::string written() {
+        std::fflush(stream_);
+        return {text_, size_};
+    }
+
+  private:
+    char* text_ = nullptr;
+    std::size_t size_ = 0;
+    std::FILE* stream_;
+};
+
+/// Rows of bytes as they come: long runs, solid rows, blank rows, noise.
+std::vector<unsigned char> randomRow(int bytes, Random& random) {
+    std::vector<unsigned char> row;
+    const int kind = random.between(0, 4);
+    while (static_cast<int>(row.size()) < bytes) {
+        const int run = kind == 0 ? 1 : random.between(1, kind == 1 ? 4 : 300);
+        const int values[] = {0x00, 0xFF, 0x0F, 0xF0, random.between(0, 255)};
+        const auto value = static_cast<unsigned char>(kind == 4 ? (random.one_in(3) ? 0x00 : 0xFF)
+                                                                : values[random.between(0, 4)]);
+        row.insert(row.end(), static_cast<std::size_t>(run), value);
+    }
+    row.resize(static_cast<std::size_t>(bytes));
+    return row;
+}
+
+TEST(RowEncoding, MatchesTheReferenceForEveryWidth) {
+    Random random(31);
+    for (int bytes = 1; bytes <= 300; ++bytes) {
+        for (int round = 0; round < 20; ++round) {
+            const std::vector<unsigned char> row = randomRow(bytes, random);
+            std::string text;
+            zplAppendRow(text, row.data(), row.size());
+            int lastSet = 0;
+            ASSERT_EQ(text, reference::encodeRow(row, lastSet)) << bytes << " bytes";
+        }
+    }
+}
+
+TEST(RunEncoding, MatchesTheReference) {
+    for (unsigned count = 1; count <= 2500; ++count) {
+        std::string text;
+        zplAppendRun(text, 'A', count);
+        ASSERT_EQ(text, reference::encodeRun('A', count)) << count;
+    }
+}
+
+TEST(Packing, MatchesTheReferenceWithEverySkip) {
+    forRandomImages(32, [](const GrayImage& grey, Random& random) {
+        std::vector<unsigned char> dots = grey.px;
+        for (unsigned char& dot : dots) {
+            dot = dot > 127 ? dot : 0;
+        }
+        const auto skip = static_cast<unsigned long>(random.between(0, grey.width + 2));
+        ZplPrinter printer;
+        printer.setSkipRightPixels(skip);
+        const std::vector<unsigned char> expected =
+            reference::grayToMono(grey.width, grey.height, skip, dots);
+        const int count = printer.GrayToMono(grey.width, grey.height, dots.data());
+        ASSERT_EQ(static_cast<std::size_t>(count), expected.size());
+        dots.resize(expected.size());
+        ASSERT_EQ(dots, expected) << "skip " << skip;
+    });
+}
+
+TEST(Labels, MatchTheReference) {
+    forRandomImages(33, [](const GrayImage& grey, Random& random) {
+        std::vector<unsigned char> dots = grey.px;
+        for (int y = 0; y < grey.height; ++y) {
+            if (random.one_in(4)) {  // rows that the solid-row shortcut takes
+                std::fill_n(dots.begin() + y * grey.width, grey.width,
+                            static_cast<unsigned char>(1));
+            }
+        }
+        cups_page_header2_t header{};
+        header.NumCopies = static_cast<unsigned>(random.between(0, 99));
+        const auto skip = static_cast<unsigned long>(random.between(0, 3));
+        int lastSet = 0;
+        const std::string expected = reference::encodeLabel(
+            grey.width, grey.height, skip, static_cast<int>(header.NumCopies), dots, lastSet);
+
+        MemoryStream stream;
+        ZplPrinter printer;
+        printer.getOutputStreams() = {stream.stream()};
+        printer.setPageHeader(&header).setSkipRightPixels(skip);
+        sPrinter = &printer;
+        LastSet = 0;
+        printer.doPrintImage(dots.data(), static_cast<unsigned long>(grey.width),
+                             static_cast<unsigned long>(grey.height),
+                             static_cast<unsigned long>(grey.width));
+        sPrinter = nullptr;
+        ASSERT_EQ(stream.written(), expected);
+        ASSERT_EQ(LastSet, lastSet);
+    });
+}
+
+TEST(Snapshots, MatchTheReference) {
+    forRandomImages(34, [](const GrayImage& rows, Random& random) {
+        // The page is narrower than its rows are long.
+        const auto bytesPerLine = static_cast<unsigned long>(rows.width);
+        const auto height = static_cast<unsigned long>(rows.height);
+        const auto width = static_cast<unsigned long>(random.between(1, rows.width));
+        std::vector<unsigned char> pixels = rows.px;
+        for (unsigned char& pixel : pixels) {
+            pixel = pixel > 127 ? 1 : 0;
+        }
+        for (const auto depth : {std::uint16_t{8}, std::uint16_t{1}}) {
+            MemoryStream stream;
+            writeBmp(stream.stream(), pixels.data(), bytesPerLine, height, width, depth);
+            const std::vector<unsigned char> expected =
+                reference::snapshotBytes(pixels.data(), bytesPerLine, height, width, depth);
+            ASSERT_EQ(stream.written(), std::string(expected.begin(), expected.end()))
+                << "depth " << depth << " width " << width;
+        }
+    });
+}
+
+}  // namespace
