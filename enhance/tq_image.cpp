@@ -31,6 +31,13 @@ unsigned char* copyOf(const unsigned char* bytes, std::size_t count) {
     return copy;
 }
 
+// volatile: the stores outlive the object, so that a dangling reader finds an image without pixels;
+// otherwise they would be left out.
+template <typename Field>
+void clear(volatile Field& field) {
+    field = Field{};
+}
+
 }  // namespace
 
 TQImage::TQImage(std::int32_t w, std::int32_t h, TQ_IMG_COLOR c, const unsigned char* src)
@@ -76,9 +83,6 @@ TQImage& TQImage::operator=(TQImage&& other) noexcept {
 
 TQImage::~TQImage() {
     delete[] data;
-    // volatile: these stores outlive the object, so that a dangling reader finds an image without
-    // pixels, and would be left out otherwise.
-    const auto clear = [](auto& field) { static_cast<volatile decltype(field)>(field) = {}; };
     clear(width);
     clear(height);
     clear(channels);

@@ -1,5 +1,7 @@
 #include "filter/job_setup.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -20,11 +22,14 @@ bool contains(const char* text, const char* word) {
     return std::strstr(text, word) != nullptr;
 }
 
-/// Truncated; a label too long for an int saturates.
+/// Truncated. A label too long for an int saturates, a not-a-number has no dots.
 int dotsOf(float millimetres) {
+    using Limits = std::numeric_limits<int>;
     const double dots = static_cast<double>(kDotsPerInch * millimetres) / kMillimetresPerInch;
-    constexpr int limit = std::numeric_limits<int>::max();
-    return dots >= static_cast<double>(limit) ? limit : static_cast<int>(dots);
+    if (std::isnan(dots)) {
+        return 0;
+    }
+    return static_cast<int>(std::clamp<double>(dots, Limits::min(), Limits::max()));
 }
 
 void send(const char* command) {
