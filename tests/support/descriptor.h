@@ -1,0 +1,34 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace kelp_test {
+
+// Owns a file descriptor.
+class Descriptor {
+  public:
+    Descriptor() = default;
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor() { reset(); }
+
+    int get() const { return number_; }
+    bool is_open() const { return number_ >= 0; }
+    void reset() {
+        if (number_ >= 0) {
+            close(number_);
+            number_ = -1;
+        }
+    }
+
+  private:
+    int number_ = -1;
+};
+
+}  // namespace kelp_test

@@ -1,0 +1,23 @@
+#include "tests/support/temp_dir.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <string>
+#include <system_error>
+
+namespace kelp_test {
+
+TempDir::TempDir() {
+    std::string name = (std::filesystem::temp_directory_path() / "kelp-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+        throw std::system_error(errno, std::generic_category(), name);
+    }
+    path_ = name;
+}
+
+TempDir::~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+}  // namespace kelp_test
