@@ -27,6 +27,11 @@ void* operator new(std::size_t size) {
     return block;
 }
 
+// A sanitizer's own array forms would not come through the plain ones.
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
 void operator delete(void* block) noexcept {
     if (block != nullptr) {
         --live;
@@ -35,6 +40,14 @@ void operator delete(void* block) noexcept {
 }
 
 void operator delete(void* block, std::size_t) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
     operator delete(block);
 }
 

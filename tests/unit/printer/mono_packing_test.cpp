@@ -107,6 +107,15 @@ TEST_F(GrayToMono, SkippedPixelsAreDroppedAtTheRightOfEveryRow) {
     EXPECT_EQ(log, "DEBUG:GrayToMono, bpl(16), h(2), skipPixels(5), wb(11)\n");
 }
 
+TEST_F(GrayToMono, RowsStayAWidthApartWhenPixelsAreSkipped) {
+    printer.setSkipRightPixels(5);
+    Bytes page(32);
+    page[15] = 1;  // row 0: dropped, though it lies right before row 1
+    page[16] = 1;  // row 1: its first dot
+    EXPECT_EQ(pack(16, 2, page), 4);
+    EXPECT_EQ(Bytes(page.begin(), page.begin() + 4), (Bytes{0x00, 0x00, 0x80, 0x00}));
+}
+
 TEST_F(GrayToMono, SkippingToAByteBorderDropsTheByte) {
     printer.setSkipRightPixels(8);
     Bytes page(32, 1);

@@ -242,6 +242,16 @@ TEST_F(PrintImage, SnapshotsShowThePageBeforeAndAfter) {
     EXPECT_EQ(dithered.substr(1078), std::string("\0\1\1\0\1\0\0\0\1\0", 10));
 }
 
+TEST_F(PrintImage, TheFirstSnapshotIsAsWideAsThePixelsNotTheLines) {
+    print({0, 200, 255, 9, 9, 9,  //
+           255, 0, 7, 9, 9, 9},
+          6, 2, 3);
+    const std::string origin = read_file(files.real_path(files.opened().at(0).path));
+    EXPECT_EQ(origin.substr(18, 8), std::string("\3\0\0\0\2\0\0\0", 8));
+    // 3 * 2 bytes as they come: the first line, its gap included
+    EXPECT_EQ(origin.substr(1078), std::string("\x00\xC8\xFF\x09\x09\x09", 6));
+}
+
 TEST_F(PrintImage, ASecondPageGoesOnCountingSnapshots) {
     print(Bytes(4), 4, 1, 4);
     print(Bytes(4), 4, 1, 4);
