@@ -1,6 +1,7 @@
 #include "filter/page_header.h"
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include "filter/log.h"
@@ -28,8 +29,12 @@ bool isPrintablePage(const cups_page_header2_t& header) {
 }
 
 void logPageHeader(const cups_page_header2_t& header, int page) {
-    const auto log = [](const char* name, unsigned int value) {
-        kelpLogCommon(0, "header.%s:%d", name, static_cast<int>(value));
+    // Copied as bytes: an enumeration of a damaged header may hold no value of its type.
+    const auto log = [](const char* name, const auto& field) {
+        int value = 0;
+        static_assert(sizeof value == sizeof field);
+        std::memcpy(&value, &field, sizeof value);
+        kelpLogCommon(0, "header.%s:%d", name, value);
     };
     // These two lines end in a newline of their own and so leave an empty line behind them.
     kelpLogCommon(0, "PAGE: %d %d\n", page, static_cast<int>(header.NumCopies));

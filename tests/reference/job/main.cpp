@@ -6,6 +6,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <vector>
@@ -54,6 +55,14 @@ void writePageLine(const cups_page_header2_t& header) {
     fclose(file);
 }
 
+// A damaged header's enumerations may hold no value of their type.
+template <typename Enumeration>
+int bytesAsInt(const Enumeration& field) {
+    int value;
+    std::memcpy(&value, &field, sizeof value);
+    return value;
+}
+
 void logHeader(int page, const cups_page_header2_t& header) {
     logLine(0, "PAGE: %d %d\n", page, header.NumCopies);
     logLine(0, "header.HWResolution[0]:%d\n", header.HWResolution[0]);
@@ -64,8 +73,8 @@ void logHeader(int page, const cups_page_header2_t& header) {
     logLine(0, "header.cupsBitsPerColor:%d", header.cupsBitsPerColor);
     logLine(0, "header.cupsBitsPerPixel:%d", header.cupsBitsPerPixel);
     logLine(0, "header.cupsBytesPerLine:%d", header.cupsBytesPerLine);
-    logLine(0, "header.cupsColorOrder:%d", header.cupsColorOrder);
-    logLine(0, "header.cupsColorSpace:%d", header.cupsColorSpace);
+    logLine(0, "header.cupsColorOrder:%d", bytesAsInt(header.cupsColorOrder));
+    logLine(0, "header.cupsColorSpace:%d", bytesAsInt(header.cupsColorSpace));
     logLine(0, "header.cupsCompression:%d", header.cupsCompression);
     logLine(0, "header.cupsRowCount:%d", header.cupsRowCount);
     logLine(0, "header.cupsRowFeed:%d", header.cupsRowFeed);

@@ -1,10 +1,13 @@
 #include <fcntl.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "tests/unit/filter/page_loop_fixture.h"
+#include "tests/unit/filter/raster_reader.h"
 
 namespace kelp_test {
 namespace {
@@ -73,6 +76,32 @@ TEST_F(PageLoopEnd, APageWithoutBytesEndsTheJobWell) {
     EXPECT_EQ(text, example_setup + example_label);
 }
 
+TEST_F(PageLoopEnd, SuchPagesEndTheJobAlsoWhereTheStreamsReaderLetsThemPass) {
+    const ChangedHeader::Change changes[] = {
+        [](cups_page_header2_t& header) { header.cupsHeight = 0; },
+        [](cups_page_header2_t& header) { header.cupsBytesPerLine = 0; },
+        [](cups_page_header2_t& header) {
+            header.cupsBytesPerLine = 0;
+            header.HWResolution[0] = 0;  // what cannot be printed does not matter then
+        }};
+    for (const ChangedHeader::Change change : changes) {
+        const ChangedHeader changed(change);
+        EXPECT_EQ(print(raster_stream({example_page()})), 0);
+        EXPECT_EQ(text, "");
+        EXPECT_EQ(log, "");
+    }
+    EXPECT_TRUE(files.opened().empty()) << "no dimensions are left";
+}
+
+TEST_F(PageLoopEnd, AnEmptyPageOfAnotherDepthFails) {
+    const ChangedHeader changed([](cups_page_header2_t& header) {
+        header.cupsHeight = 0;
+        header.cupsBitsPerPixel = 1;
+    });
+    EXPECT_EQ(print(raster_stream({example_page()})), 1);
+    EXPECT_EQ(log, "ERROR:Unsupported bits per pixel : 1 ! Requires 8 bits per pixel!\n");
+}
+
 TEST_F(PageLoopEnd, APageThatCannotBePrintedFailsBeforeAnythingOfItIsSent) {
     const RawPage pages[] = {
         bad_page([](cups_page_header2_t& header) { header.cupsWidth = 17; }),
@@ -89,10 +118,40 @@ TEST_F(PageLoopEnd, APageThatCannotBePrintedFailsBeforeAnythingOfItIsSent) {
 }
 
 TEST_F(PageLoopEnd, APageCutInItsPixelsKeepsItsSetupAndSendsNoHalfLabel) {
-    std::string stream = raw_raster_stream({raw_page(example_page()), raw_page(example_page())});
-    stream.resize(stream.size() - 32);  // all of the second page's pixels
+    const std::string stream =
+        raw_raster_stream({raw_page(example_page()), raw_page(example_page())});
+    for (const std::size_t missing : {1U, 16U, 31U, 32U}) {
+        EXPECT_EQ(print(stream.substr(0, stream.size() - missing)), 0);
+        EXPECT_EQ(text, example_setup + example_label + example_setup) << missing;
+    }
+}
+
+TEST_F(PageLoopEnd, APageOfWhichNothingIsHandedOverIsSkippedAndTheNextOneRead) {
+    const ShortPages none(0);
+    EXPECT_EQ(print(raster_stream({example_page(), example_page()})), 0);
+    EXPECT_EQ(text, example_setup + example_setup);
+    EXPECT_TRUE(logged("DEBUG:PAGE: 2 1"));
+    EXPECT_EQ(count(log, "printImage"), 0U);
+}
+
+// Leaves used memory of small sizes for the next allocations.
+void leave_used_memory() {
+    std::vector<std::string> blocks;
+    for (std::size_t size = 24; size < 200; size += 8) {
+        blocks.resize(blocks.size() + 7, std::string(size, '\xA5'));
+    }
+}
+
+TEST_F(PageLoopEnd, PixelsThatAreNotHandedOverAreZero) {
+    Page higher = example_page();
+    higher.height = 6;
+    const std::string stream = raster_stream({example_page(), higher});
+    leave_used_memory();
+    const ShortPages one(1);
     EXPECT_EQ(print(stream), 0);
-    EXPECT_EQ(text, example_setup + example_label + example_setup);
+    // One dot in row 0: 8000, then white rows, also where the buffer has grown.
+    EXPECT_EQ(count(text, "~DGR:CUPS.GRF,4,2,\n80,,^FO0,0"), 1U) << text;
+    EXPECT_EQ(count(text, "~DGR:CUPS.GRF,12,2,\n80,,,,,,^FO0,0"), 1U) << text;
 }
 
 TEST_F(PageLoopEnd, AHeaderThatIsCutEndsTheJob) {

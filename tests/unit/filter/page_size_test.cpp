@@ -54,6 +54,17 @@ TEST_F(PageSize, OfACustomSizeIsTheJobsOwn) {
         job.logged("Custom Size: (100.000000,200.000000,0.000000,0.000000,100.000000,200.000000)"));
 }
 
+TEST_F(PageSize, OfACustomSizeMayBeTheDescriptionsDefault) {
+    std::string description = bare_ppd().custom_page_size().text();
+    const std::string line = "*DefaultPageSize: w288h432";
+    description.replace(description.find(line), line.size(), "*DefaultPageSize: Custom.100x200");
+    job.use_text(description);
+    const Settings& settings = job.read("");
+    EXPECT_STREQ(settings.PageSize, "Custom");
+    EXPECT_EQ(settings.pageWidth, 35.28F);
+    EXPECT_EQ(settings.pageHeight, 70.56F);
+}
+
 TEST_F(PageSize, MayBeAFractionOfAPoint) {
     job.use(Ppd().page_size("small", "10.5", "0.25"));
     const Settings& settings = job.read("");

@@ -20,8 +20,9 @@ class SettingsJob {
     SettingsJob(const SettingsJob&) = delete;
     SettingsJob& operator=(const SettingsJob&) = delete;
 
-    void use(const Ppd& description) {
-        write_file(directory_ / "printer.ppd", description.text());
+    void use(const Ppd& description) { use_text(description.text()); }
+    void use_text(const std::string& description) {
+        write_file(directory_ / "printer.ppd", description);
         use_path((directory_ / "printer.ppd").string());
     }
     static void use_path(const std::string& path) { setenv("PPD", path.c_str(), 1); }

@@ -1,0 +1,60 @@
+#include "tests/unit/filter/raster_reader.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace {
+
+kelp_test::ChangedHeader::Change change_header = nullptr;
+std::optional<unsigned> pixels_of_a_page;
+
+}  // namespace
+
+// The linker sends every call of a libcups function to its __wrap_ and calls the real one as its
+// __real_ (--wrap).
+extern "C" {
+unsigned __real_cupsRasterReadHeader2(cups_raster_t* raster, cups_page_header2_t* header);
+unsigned __wrap_cupsRasterReadHeader2(cups_raster_t* raster, cups_page_header2_t* header);
+unsigned __real_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixels, unsigned count);
+unsigned __wrap_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixels, unsigned count);
+
+unsigned __wrap_cupsRasterReadHeader2(cups_raster_t* raster, cups_page_header2_t* header) {
+    const unsigned read = __real_cupsRasterReadHeader2(raster, header);
+    if (read != 0 && change_header != nullptr) {
+        change_header(*header);
+    }
+    return read;
+}
+
+unsigned __wrap_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixels, unsigned count) {
+    if (!pixels_of_a_page) {
+        return __real_cupsRasterReadPixels(raster, pixels, count);
+    }
+    std::vector<unsigned char> all(count);
+    const unsigned read = __real_cupsRasterReadPixels(raster, all.data(), count);
+    const unsigned handed_over = std::min(read, *pixels_of_a_page);
+    std::copy_n(all.begin(), handed_over, pixels);
+    return handed_over;
+}
+}
+
+namespace kelp_test {
+
+ChangedHeader::ChangedHeader(Change change) {
+    change_header = change;
+}
+
+ChangedHeader::~ChangedHeader() {
+    change_header = nullptr;
+}
+
+ShortPages::ShortPages(unsigned pixels) {
+    pixels_of_a_page = pixels;
+}
+
+ShortPages::~ShortPages() {
+    pixels_of_a_page.reset();
+}
+
+}  // namespace kelp_test

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cups/raster.h>
+
+namespace kelp_test {
+
+// What libcups reads is not all that the filter must be ready for: which headers libcups refuses by
+// itself, and whether it hands over a part of a page, differs between its versions. The executable
+// is linked so that the libraries under test read their streams through these.
+
+// Changes every header that is read, while it lives.
+class ChangedHeader {
+  public:
+    using Change = void (*)(cups_page_header2_t& header);
+
+    explicit ChangedHeader(Change change);
+    ~ChangedHeader();
+    ChangedHeader(const ChangedHeader&) = delete;
+    ChangedHeader& operator=(const ChangedHeader&) = delete;
+};
+
+// Hands over only so many pixels of every page, while it lives.
+class ShortPages {
+  public:
+    explicit ShortPages(unsigned pixels);
+    ~ShortPages();
+    ShortPages(const ShortPages&) = delete;
+    ShortPages& operator=(const ShortPages&) = delete;
+};
+
+}  // namespace kelp_test
