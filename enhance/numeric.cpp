@@ -1,6 +1,9 @@
 #include "enhance/numeric.h"
 
+#include <cfloat>
 #include <limits>
+
+static_assert(FLT_EVAL_METHOD == 0, "wider intermediate results would change dots");
 
 namespace {
 

@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 
 #include "filter/job_setup.h"
 #include "filter/log.h"
 #include "filter/output_file.h"
 #include "filter/page_header.h"
+#include "printer/zeroed_buffer.h"
 #include "printer/zpl_printer.h"
 
 namespace {
@@ -18,28 +17,21 @@ constexpr double kMillimetresPerInch = 25.4;
 /// The pixels of one page, kept from page to page.
 class PageBuffer {
   public:
-    /// Resizes to `size` bytes, the ones that are new zeroed; false, and nothing changed, without
-    /// memory.
+    /// Makes room for `size` bytes, zeroed where the buffer had to grow; false without memory.
     bool resize(std::size_t size) {
-        void* grown = std::realloc(bytes_.get(), size);
-        if (grown == nullptr) {
-            return false;
-        }
-        static_cast<void>(bytes_.release());
-        bytes_.reset(static_cast<unsigned char*>(grown));
         if (size > size_) {
-            std::memset(bytes_.get() + size_, 0, size - size_);
+            // Not realloc: setting the new bytes to zero would touch memory for a page that the
+            // stream only promises.
+            bytes_.reset();
+            bytes_ = allocateZeroed(size);
+            size_ = bytes_ ? size : 0;
         }
-        size_ = size;
-        return true;
+        return bytes_ != nullptr;
     }
     unsigned char* data() { return bytes_.get(); }
 
   private:
-    struct Free {
-        void operator()(unsigned char* bytes) const { std::free(bytes); }
-    };
-    std::unique_ptr<unsigned char, Free> bytes_;
+    ZeroedBuffer bytes_;
     std::size_t size_ = 0;
 };
 

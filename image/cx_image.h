@@ -34,7 +34,7 @@ class CxImage {
     /// @param imageType carried along, without meaning here.
     /// @return the block, owned by this image, palette and pixels zeroed; null with one of
     ///   "CxImage::Create : width and height must be greater than zero",
-    ///   "CXIMAGE_MAX_MEMORY exceeded" (the size does not fit 32 bits),
+    ///   "CXIMAGE_MAX_MEMORY exceeded" (the size, or the bits of a padded row, do not fit 32 bits),
     ///   "CxImage::Create can't allocate memory".
     std::uint8_t* Create(std::uint32_t width, std::uint32_t height, std::uint32_t bpp,
                          std::uint32_t imageType);

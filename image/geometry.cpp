@@ -46,7 +46,7 @@ void CxImage::Mirror() {
 }
 
 void CxImage::MakeCenter(int newWidth) {
-    if (!dib_ || header_.biWidth >= newWidth) {
+    if (!dib_ || std::int64_t{GetWidth()} >= newWidth) {
         return;
     }
     const std::uint32_t width = GetWidth();

@@ -1,7 +1,10 @@
 #include <array>
+#include <cfloat>
 #include <cstddef>
 
 #include "image/cx_image.h"
+
+static_assert(FLT_EVAL_METHOD == 0, "wider intermediate results would change dots");
 
 bool CxImage::Light(int brightness, int contrast) {
     if (!dib_) {

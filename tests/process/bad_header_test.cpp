@@ -117,6 +117,21 @@ TEST(BadHeader, APageWithoutMemoryForItsPixelsFailsWithoutAWord) {
     EXPECT_EQ(lines_with(result.error, "ERROR:"), std::vector<std::string>{});
 }
 
+// 400 MB that never come: the page is skipped like any other that is cut, and the memory for it is
+// asked for but not touched.
+TEST(BadHeader, APageThatTheStreamOnlyPromisesTakesNoMemory) {
+    RawPage promised = raw_page(tiny_page());
+    promised.header.cupsWidth = 20000;
+    promised.header.cupsBytesPerLine = 20000;
+    promised.header.cupsHeight = 20000;
+    Job job;
+    job.raster = raw_raster_stream({promised});
+    const JobResult result = run_job(job);
+    EXPECT_EQ(result.exit_status, 0);
+    EXPECT_LT(result.peak_resident_kib, 200 * 1024);
+    EXPECT_TRUE(result.snapshots.empty());
+}
+
 TEST(BadHeader, TheSmallestAndLargestGoodValuesPass) {
     // One dot per inch: 16 × 25.4 = 406.4 mm, in single precision 406.399994, so that 203 × that /
     // 25.4 falls just short of 3248 dots. The other way the page is as good as nothing.

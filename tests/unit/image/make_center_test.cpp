@@ -82,4 +82,12 @@ TEST(CxImageMakeCenter, EmptiesTheImageWhenTheWiderOneCannotBeMade) {
     EXPECT_STREQ(image.GetLastError(), kLimitText);
 }
 
+TEST(CxImageMakeCenter, LeavesAnImageWiderThanAnIntAlone) {
+    CxImage image;
+    ASSERT_NE(image.Create(0x80000000U, 1, 1, 0), nullptr);
+    image.MakeCenter(10);
+    EXPECT_EQ(image.GetWidth(), 0x80000000U);
+    EXPECT_EQ(image.GetBpp(), 1U);
+}
+
 }  // namespace
