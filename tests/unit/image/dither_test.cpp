@@ -105,6 +105,19 @@ TEST(CxImageDither, BlackensAFourBitImageExceptByTheBayerMatrix) {
     }
 }
 
+TEST(CxImageDither, KeepsOnlyFourBitsOfACorrectedValueInAFourBitImage) {
+    // Black keeps its whole value as error, so that values would grow by up to 15 a row and pass
+    // 128 before row 12; four bits never hold more than 15, and all stays black.
+    const Rows page(40, std::vector<int>(40, 15));
+    const Rows black(40, std::vector<int>(40, 0));
+    for (const long method : {2L, 3L, 4L, 5L, 6L, 8L}) {
+        CxImage image;
+        makeImage(image, 4, page);
+        EXPECT_TRUE(image.Dither(method));
+        EXPECT_EQ(indicesOf(image), black) << method;
+    }
+}
+
 TEST(CxImageDither, BlackensATrueColourImage) {
     // Its pixels have no index: they read 0.
     for (const long method : kMethods) {
