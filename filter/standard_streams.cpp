@@ -19,6 +19,8 @@ void secureStandardStreams() {
         }
     }
     std::signal(SIGPIPE, SIG_IGN);
+    // All filters of a job share one log: a line that comes in pieces is torn by the others' lines.
+    std::setvbuf(stderr, nullptr, _IOLBF, BUFSIZ);
 }
 
 int finishStandardOutput(int status) {

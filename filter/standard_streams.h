@@ -3,7 +3,8 @@
 
 /// Makes standard input, output and error safe to use: a descriptor that is closed at the start is
 /// filled with one that can be neither read nor written as it should, so that no file opened later
-/// takes its place; and a reader that goes away makes writing fail instead of ending the process.
+/// takes its place; a reader that goes away makes writing fail instead of ending the process; and
+/// each line of standard error is written at once.
 void secureStandardStreams();
 
 /// Flushes standard output at the end of a job.

@@ -4,21 +4,23 @@
 cmake_minimum_required(VERSION 3.25)
 
 # The log and the text helpers live in filter/ but stand below everything.
-set(support log halftone_type output_file text)
+set(support log halftone_type output_file standard_streams text)
 
 set(allowed_image image)
 set(allowed_enhance enhance)
 set(allowed_printer printer image enhance)
 set(allowed_filter filter printer)
+set(allowed_fitter fitter)
 
 set(cups_image "")
 set(cups_enhance "")
 set(cups_printer cups/raster.h)
 set(cups_filter cups/cups.h cups/ppd.h cups/raster.h)
+set(cups_fitter cups/cups.h cups/ppd.h cups/raster.h)
 
 set(checked 0)
 set(faults "")
-foreach(folder IN ITEMS image enhance printer filter)
+foreach(folder IN ITEMS image enhance printer filter fitter)
   file(GLOB sources "${ROOT}/${folder}/*.cpp" "${ROOT}/${folder}/*.h")
   foreach(source IN LISTS sources)
     file(RELATIVE_PATH shown "${ROOT}" "${source}")
@@ -37,7 +39,7 @@ foreach(folder IN ITEMS image enhance printer filter)
           if(NOT is_support)
             list(APPEND faults "${shown}: ${line} (the helpers know only each other)")
           endif()
-        elseif(is_support AND folder MATCHES "^(printer|filter)$")
+        elseif(is_support AND folder MATCHES "^(printer|filter|fitter)$")
           # Everything that logs may.
         elseif(NOT target_folder IN_LIST allowed_${folder})
           list(APPEND faults "${shown}: ${line}")
