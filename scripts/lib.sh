@@ -1,13 +1,16 @@
 # shellcheck shell=bash
 # Shared by the scripts in this folder; sourced, not run.
 
-# What it takes to build, to run the tests besides, and to run scripts/demo besides.
+# What it takes to build; and besides to run scripts/demo, to package, and to run the tests.
 # shellcheck disable=SC2034
 build_packages=(cmake ninja-build g++ libcups2-dev cups-ppdc)
 # shellcheck disable=SC2034
 demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034
-test_packages=(libgtest-dev libgmock-dev cups-client "${demo_packages[@]}")
+package_packages=(dpkg-dev file)
+# shellcheck disable=SC2034
+test_packages=(libgtest-dev libgmock-dev cups-client zbar-tools gettext "${demo_packages[@]}"
+    "${package_packages[@]}" lintian man-db mandoc groff-base systemd)
 
 # die MESSAGE...: prints the message to standard error and ends the script
 die() {
@@ -41,4 +44,29 @@ need_packages() {
     as_root apt-get -q update
     as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get -q -y install --no-install-recommends "${missing[@]}"
+}
+
+# spooler_folders DIR BIN: makes in DIR what cupsfilter needs to run the system's filters and ours of
+# the folder BIN, and DIR/cups-files.conf to tell it
+spooler_folders() {
+    local dir=$1 bin=$2 filter entry system_filters system_data
+    system_filters=$(cups-config --serverbin)/filter
+    system_data=$(cups-config --datadir)
+    mkdir -p "$dir/cups/filter" "$dir/share/mime"
+    for filter in gstopdf pdftopdf gstoraster imagetopdf imagetoraster texttopdf; do
+        [[ -x $system_filters/$filter ]] || die "$system_filters/$filter is missing"
+        ln -s "$system_filters/$filter" "$dir/cups/filter/"
+    done
+    # copies: a root's cupsfilter takes only filters that root owns
+    install -m 755 "$bin/rastertokelp" "$bin/rastertokelpraster" "$dir/cups/filter/"
+    for entry in "$system_data"/* "$system_data"/mime/*; do
+        case $entry in
+            */mime) ;;
+            */mime/kelp.*) ;;  # of an installed Kelp
+            */mime/*) ln -s "$entry" "$dir/share/mime/" ;;
+            *) ln -s "$entry" "$dir/share/" ;;
+        esac
+    done
+    ln -s "$(dirname "${BASH_SOURCE[0]}")"/../drivers/mime/kelp.* "$dir/share/mime/"
+    printf 'ServerBin %s\nDataDir %s\n' "$dir/cups" "$dir/share" >"$dir/cups-files.conf"
 }

@@ -20,7 +20,7 @@ expected="10+1 20+2 30+3 40+4 51+1 62+2 73+3 84+4 96+1 98+1 100+2 104+3 "
     done
     echo '/dot 72 203 div def'
     for bar in $expected; do
-        echo "${bar%+*} dot mul 50 ${bar#*+} dot mul 100 rectfill"
+        echo "${bar%+*} dot mul 10 ${bar#*+} dot mul 50 rectfill"
     done
     echo showpage
 } >"$work/page.postscript"
@@ -28,9 +28,9 @@ expected="10+1 20+2 30+3 40+4 51+1 62+2 73+3 84+4 96+1 98+1 100+2 104+3 "
 
 "$cupsfilter" -p "$ppd" -i "application/$document" -m application/vnd.cups-raster \
     "$work/page.$document" >"$work/raster" 2>"$work/log" || { cat "$work/log" && exit 1; }
-# through the middle of the bars, 100 points above the foot of the page
+# through the middle of the bars, 36 points above the foot of the page
 height=$("$raster_header" <"$work/raster" | sed 's/.* height=\([0-9]*\) .*/\1/')
-actual=$("$raster_header" $((height - 100 * 203 / 72)) <"$work/raster")
+actual=$("$raster_header" $((height - 36 * 203 / 72)) <"$work/raster")
 echo "expected $expected"
 echo "actual   $actual"
 [[ $actual == "$expected" ]]
