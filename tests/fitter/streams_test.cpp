@@ -24,16 +24,29 @@ class Streams : public testing::Test {
     Sandbox sandbox_;
 };
 
-TEST_F(Streams, LostOutputIsAnErrorAndNotASignal) {
-    for (const StandardOutput& output :
-         {StandardOutput{Closed{}}, {ToFile{"/dev/full"}}, {BrokenPipe{}}}) {
+TEST_F(Streams, LostOutputIsAnError) {
+    for (const StandardOutput& output : {StandardOutput{Closed{}}, {ToFile{"/dev/full"}}}) {
         for (const Job& job : {small_job(), large_job(), fitter_job({})}) {
-            for (const bool ignore_signal : {false, true}) {
-                Command lost = command(job);
-                lost.output = output;
-                lost.ignore_broken_pipe_signal = ignore_signal;
-                expect_error(sandbox_.run(lost), {"Unable to write"});
-            }
+            Command lost = command(job);
+            lost.output = output;
+            expect_error(sandbox_.run(lost), {"Unable to write"});
+        }
+    }
+}
+
+// The filter behind this one tells the person why it ended; a later error would hide that.
+TEST_F(Streams, AReaderThatEndsFirstIsAFailureWithoutAnErrorLine) {
+    for (const Job& job : {small_job(), large_job(), fitter_job({})}) {
+        for (const bool ignore_signal : {false, true}) {
+            Command lost = command(job);
+            lost.output = BrokenPipe{};
+            lost.ignore_broken_pipe_signal = ignore_signal;
+            const JobResult result = sandbox_.run(lost);
+            EXPECT_EQ(result.exit_status, 1) << result.error;
+            EXPECT_TRUE(lines_with(result.error, "ERROR:").empty()) << result.error;
+            EXPECT_EQ(lines_with(result.error, "DEBUG: Unable to write the fitted raster").size(),
+                      1U)
+                << result.error;
         }
     }
 }

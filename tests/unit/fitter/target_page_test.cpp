@@ -58,6 +58,27 @@ TEST(TargetPage, FollowsCustomSizes) {
     EXPECT_EQ(points.height, 102U);
 }
 
+// The test PPD takes 36 to 1000 points across and 36 to 2000 along.
+TEST(TargetPage, IsACustomSizeThatThePrinterTakes) {
+    const PagePpd ppd = label("288", "432");
+    EXPECT_EQ(page_for(ppd, "PageSize=Custom.36x36").height, 102U);     // 101.5 dots
+    EXPECT_EQ(page_for(ppd, "PageSize=Custom.36x2000").height, 5639U);  // 5638.9 dots
+    // A size in millimetres may lie half a point beyond.
+    EXPECT_EQ(page_for(ppd, "PageSize=Custom.35.6x2000.4").width, 100U);
+    for (const char* size : {"35.4x100", "100x35.4", "1000.6x100", "100x2000.6"}) {
+        EXPECT_THROW(page_for(ppd, (std::string("PageSize=Custom.") + size).c_str()), FitError)
+            << size;
+    }
+    try {
+        page_for(ppd, "PageSize=Custom.1001x100");  // 353.1 x 35.3 mm
+        FAIL();
+    } catch (const FitError& error) {
+        EXPECT_STREQ(error.what(),
+                     "The page size of 353 x 35 mm is none that the printer takes: 13 x 13 mm to "
+                     "353 x 706 mm.");
+    }
+}
+
 TEST(TargetPage, HasThePolarityOfThePpd) {
     PagePpd ppd = label("72", "72");
     EXPECT_EQ(page_for(ppd).polarity, Polarity::kBlackSpace);
