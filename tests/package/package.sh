@@ -140,6 +140,10 @@ lpinfo -m >"$scratch/models"
 for model in "${models[@]}"; do
     grep -q "^[^ ]*kelp/kelp-$model.ppd.gz Kelp " "$scratch/models" || fail "lpinfo -m: no $model"
 done
+# what a printer found on USB or the network says of itself
+lpinfo --device-id 'MFG:Kelp;CMD:ZPL,EPL;MDL:Label Printer 3 inch;' -m >"$scratch/offered"
+[[ $(cat "$scratch/offered") == *kelp/kelp-label-3inch.ppd.gz\ * && $(wc -l <"$scratch/offered") == 1 ]] ||
+    fail "offered by the device id: $(cat "$scratch/offered")"
 
 echo "== a print"
 lpadmin -p label -E -v "file:$own/printed" -m "$(
