@@ -3,8 +3,8 @@
 #include <cups/cups.h>
 #include <cups/ppd.h>
 
-#include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -49,12 +49,13 @@ std::unique_ptr<ppd_file_t, ClosePpd> openPpd(const char* path) {
     return ppd;
 }
 
-// "101 x 152 mm", from points.
+// "101.6 x 152.4 mm", from points.
 std::string millimetres(const float size[2]) {
-    const auto rounded = [](float points) {
-        return std::to_string(std::lround(static_cast<double>(points) * 25.4 / 72));
-    };
-    return rounded(size[0]) + " x " + rounded(size[1]) + " mm";
+    constexpr double kPoint = 25.4 / 72;
+    char text[128];
+    std::snprintf(text, sizeof text, "%.1f x %.1f mm", static_cast<double>(size[0]) * kPoint,
+                  static_cast<double>(size[1]) * kPoint);
+    return text;
 }
 
 Polarity polarityOf(const cups_page_header2_t& header) {

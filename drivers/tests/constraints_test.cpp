@@ -70,7 +70,7 @@ TEST_P(Constraints, NameWhatExists) {
             << entry.option1 << ' ' << entry.choice1;
         all.emplace(entry.option1, entry.choice1, entry.option2, entry.choice2);
     }
-    EXPECT_EQ(all.size(), is_label() ? 24U : 20U);
+    EXPECT_EQ(all.size(), is_label() ? 22U : 20U);
     for (const auto& [option1, choice1, option2, choice2] : all) {
         EXPECT_TRUE(all.contains({option2, choice2, option1, choice1})) << option1 << choice1;
     }

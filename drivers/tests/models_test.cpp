@@ -121,7 +121,7 @@ TEST_P(EveryModel, TakesCustomSizes) {
     EXPECT_EQ(ppd_->custom_min[0], 28.0F);
     EXPECT_EQ(ppd_->custom_min[1], 28.0F);
     EXPECT_EQ(ppd_->custom_max[1], 2834.0F);
-    const std::vector<std::pair<std::string, float>> widths = {{"label-2inch", 170.0F},
+    const std::vector<std::pair<std::string, float>> widths = {{"label-2inch", 162.0F},
                                                                {"label-3inch", 227.0F},
                                                                {"label-4inch", 295.0F},
                                                                {"stencil-a5", 420.0F},

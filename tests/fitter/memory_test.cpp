@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 
 #include "tests/fitter/fitter_job.h"
 #include "tests/support/files.h"
@@ -25,8 +27,15 @@ long peak(unsigned height, unsigned pages, const PagePpd& ppd) {
         write_file(file, beginning);
         std::filesystem::resize_file(file, beginning.size() + std::uintmax_t{1000} * height);
     } else {
+        // Page by page: a child's peak begins with what this process holds when it starts it.
         page.pixels = std::string(std::size_t{1000} * height, '\0');
-        write_file(file, raw_raster_stream(std::vector<RawPage>(pages, page)));
+        const std::string stream = raw_raster_stream({page});
+        constexpr std::size_t kSyncWord = 4;
+        std::ofstream out(file, std::ios::binary);
+        out << stream;
+        for (unsigned i = 1; i < pages; ++i) {
+            out << std::string_view(stream).substr(kSyncWord);
+        }
     }
     command.arguments.push_back(file);
     command.output = ToFile{"/dev/null"};

@@ -83,6 +83,22 @@ scratch_dpkg -i "$scratch/older.deb"
 scratch_dpkg -i "$deb"
 [[ ! -e $root/usr/share/ppd/kelp/of-the-older-version ]] || fail "the older version's file stays"
 
+echo "== the installed drivers, with the filters they name"
+for model in "${models[@]}"; do
+    cupstestppd -q -R "$root" "$root/usr/share/ppd/kelp/kelp-$model.ppd.gz" || fail "cupstestppd: $model"
+done
+
+echo "== the queues that an upgrade updates"
+# the spooler's package reads the file, and compares models and nicknames by what is in it
+# shellcheck disable=SC1091
+. "$root/usr/share/cups/ppd-updaters/printer-driver-kelp.ppd-updater"
+nickname=$(zcat "$root/usr/share/ppd/kelp/kelp-label-2inch.ppd.gz" |
+    sed -n 's/^\*NickName: "\(.*\)"/\1/p')
+[[ $(perl -pe "$GENNICKNAME_REGEXP" <<<"$nickname") == "Kelp Label Printer 2 inch" ]] ||
+    fail "the nickname $nickname"
+grep -qE "$DRIVER_REGEXP" <<<"lsb/usr/kelp/kelp-label-2inch.ppd.gz" || fail "the models' folder"
+if grep -qE "$DRIVER_REGEXP" <<<"lsb/usr/other/kelp-label-2inch.ppd.gz"; then fail "others"; fi
+
 echo "== a spooler with it"
 lib=$(cups-config --serverbin) share=$(cups-config --datadir) own=$scratch/spooler
 mkdir -p "$own"/{etc,bin/filter,data/model,data/mime,cache,state,log,spool}
@@ -167,6 +183,8 @@ spooler=
 
 echo "== gone"
 touch "$root"/var/spool/cups/tmp/{origin_1,dithered_1,foreign}.bmp "$root"/var/spool/cups/tmp/kelp-1.bin
+mkdir -p "$root/tmp"
+touch "$root/tmp/xxxxx.log"
 scratch_dpkg -r printer-driver-kelp
 [[ -e $root/var/spool/cups/tmp/kelp-1.bin ]] || fail "a removal takes recordings"
 scratch_dpkg -P printer-driver-kelp

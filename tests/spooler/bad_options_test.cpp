@@ -64,9 +64,10 @@ TEST_P(SenselessSizeTest, EndsWithAClearLineInTheLog) {
         << ippEnumString("job-state", status.state);
     const std::string log = spooler.log_of(job);
     bool told = false;
-    for (const char* message : {"Paper size must not less than 1.0 :",
-                                " is none that the printer takes: 10 x 10 mm to 104 x 1000 mm.",
-                                " is too small to print on."}) {
+    for (const char* message :
+         {"Paper size must not less than 1.0 :",
+          " is none that the printer takes: 9.9 x 9.9 mm to 104.1 x 999.8 mm.",
+          " is too small to print on."}) {
         told = told || log.find(message) != std::string::npos;
     }
     EXPECT_TRUE(told) << log;

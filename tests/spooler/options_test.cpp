@@ -92,7 +92,7 @@ TEST_F(OptionsTest, NegativeOnAStencilQueueChangesInkAndPaper) {
 }
 
 // The wedge's greys become more dots or fewer. More ink for a higher value on a label, less on a
-// stencil.
+// stencil, and more again in its negative.
 TEST_F(OptionsTest, BrightnessMovesTheGreysAsItsLabelsSay) {
     const std::string label = picture(label_sheet);
     EXPECT_GT(dots_of(first_label("label", "HalftoneType=None Brightness=10", label)),
@@ -100,6 +100,8 @@ TEST_F(OptionsTest, BrightnessMovesTheGreysAsItsLabelsSay) {
     const std::string stencil = picture(stencil_sheet);
     EXPECT_LT(dots_of(first_label("stencil", "Brightness=10", stencil)),
               dots_of(first_label("stencil", "Brightness=-10", stencil)));
+    EXPECT_GT(dots_of(first_label("stencil", "NegativeImage=False Brightness=10", stencil)),
+              dots_of(first_label("stencil", "NegativeImage=False Brightness=-10", stencil)));
 }
 
 // The names of the choices that the queue's driver offers.

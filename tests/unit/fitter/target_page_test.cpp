@@ -74,8 +74,8 @@ TEST(TargetPage, IsACustomSizeThatThePrinterTakes) {
         FAIL();
     } catch (const FitError& error) {
         EXPECT_STREQ(error.what(),
-                     "The page size of 353 x 35 mm is none that the printer takes: 13 x 13 mm to "
-                     "353 x 706 mm.");
+                     "The page size of 353.1 x 35.3 mm is none that the printer takes: 12.7 x 12.7 "
+                     "mm to 352.8 x 705.6 mm.");
     }
 }
 
