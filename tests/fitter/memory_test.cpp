@@ -21,22 +21,21 @@ long peak(unsigned height, unsigned pages, const PagePpd& ppd) {
     Job job = fitter_job({}, ppd);
     Command command = sandbox.command(job, fitter_program());
     const std::filesystem::path file = sandbox.extras() / "zeros.ras";
-    if (pages == 1) {
-        // A file with a hole takes no room.
-        const std::string beginning = raw_raster_stream({page});
-        write_file(file, beginning);
-        std::filesystem::resize_file(file, beginning.size() + std::uintmax_t{1000} * height);
-    } else {
-        // Page by page: a child's peak begins with what this process holds when it starts it.
-        page.pixels = std::string(std::size_t{1000} * height, '\0');
-        const std::string stream = raw_raster_stream({page});
-        constexpr std::size_t kSyncWord = 4;
-        std::ofstream out(file, std::ios::binary);
-        out << stream;
-        for (unsigned i = 1; i < pages; ++i) {
-            out << std::string_view(stream).substr(kSyncWord);
-        }
+    // Holes for the dots: they take no room on the disk, and none in this process either, with
+    // whose memory the peak of a child begins.
+    const std::string beginning = raw_raster_stream({page});
+    constexpr std::size_t kSyncWord = 4;
+    const std::size_t dots = std::size_t{1000} * height;
+    std::size_t size = kSyncWord;
+    std::ofstream out(file, std::ios::binary);
+    out << beginning.substr(0, kSyncWord);
+    for (unsigned i = 0; i < pages; ++i) {
+        out.seekp(static_cast<std::streamoff>(size));
+        out << std::string_view(beginning).substr(kSyncWord);
+        size += beginning.size() - kSyncWord + dots;
     }
+    out.close();
+    std::filesystem::resize_file(file, size);
     command.arguments.push_back(file);
     command.output = ToFile{"/dev/null"};
     const JobResult result = sandbox.run(command);
