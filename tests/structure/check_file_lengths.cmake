@@ -5,7 +5,7 @@ cmake_minimum_required(VERSION 3.25)
 file(GLOB_RECURSE sources
   "${ROOT}/bench/*" "${ROOT}/drivers/*" "${ROOT}/enhance/*" "${ROOT}/filter/*" "${ROOT}/image/*"
   "${ROOT}/printer/*" "${ROOT}/scripts/*" "${ROOT}/tests/*" "${ROOT}/fitter/*"
-  "${ROOT}/packaging/*" "${ROOT}/examples/*")
+  "${ROOT}/packaging/*" "${ROOT}/examples/*" "${ROOT}/preview/*" "${ROOT}/tools/*")
 # A catalogue is a list.
 list(FILTER sources EXCLUDE REGEX "\\.po$")
 set(checked 0)

@@ -1,0 +1,9 @@
+#ifndef KELP_TOOLS_KELP_PREVIEW_STATUS_H
+#define KELP_TOOLS_KELP_PREVIEW_STATUS_H
+
+// Exit statuses.
+constexpr int kStatusDone = 0;
+constexpr int kStatusFailed = 1;
+constexpr int kStatusWarned = 2;  ///< done, but something in the input is not right
+
+#endif
