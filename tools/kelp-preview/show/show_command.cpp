@@ -16,7 +16,10 @@
 #include "preview/stream_decoder.h"
 #include "preview/whole_file.h"
 #include "tools/kelp-preview/input.h"
-#include "tools/kelp-preview/show/picture_name.h"
+#include "tools/kelp-preview/options.h"
+#include "tools/kelp-preview/picture_name.h"
+#include "tools/kelp-preview/printed_label.h"
+#include "tools/kelp-preview/progress.h"
 #include "tools/kelp-preview/status.h"
 
 namespace {
@@ -33,7 +36,8 @@ struct ShowOptions {
 
 class LabelShow {
   public:
-    explicit LabelShow(const ShowOptions& options) : options_(options) {}
+    LabelShow(const ShowOptions& options, Progress& progress)
+        : options_(options), progress_(progress) {}
 
     /// A label waits for the next one: the only label's picture has another name.
     void take(Label label) {
@@ -72,13 +76,16 @@ class LabelShow {
         return " (byte " + std::to_string(first.offset) + ": " + first.text + ")";
     }
 
-    static void print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+    void print(const std::string& text) {
+        progress_.clear();
+        std::fputs(text.c_str(), stdout);
+    }
 
     void showWaiting(bool onlyOne) {
         Label label = *std::exchange(waiting_, std::nullopt);
         ++count_;
-        if (label.setup.isTurned() && !options_.asSent) {
-            label.dots = std::make_shared<const Bitmap>(turned(*label.dots));
+        if (!options_.asSent) {
+            turnAsPrinted(label);
         }
         Description description = describe(label);
         if (!options_.picture.empty()) {
@@ -94,6 +101,7 @@ class LabelShow {
     }
 
     const ShowOptions& options_;
+    Progress& progress_;
     std::optional<Label> waiting_;
     std::size_t count_ = 0;
     bool warned_ = false;
@@ -102,8 +110,9 @@ class LabelShow {
 
 /// @return kStatusWarned where something in the stream is not right
 int show(const ShowOptions& options) {
-    Input input(options.file);
-    LabelShow labels(options);
+    Progress progress;
+    Input input(options.file, progress);
+    LabelShow labels(options, progress);
     StreamDecoder decoder(input, DecoderLimits{options.maxDots});
     while (std::optional<Label> label = decoder.next()) {
         labels.take(std::move(*label));
@@ -114,24 +123,14 @@ int show(const ShowOptions& options) {
 }  // namespace
 
 void addShow(CLI::App& app, int& status) {
-    const auto shared = std::make_shared<ShowOptions>();
-    ShowOptions& options = *shared;
+    const auto options = std::make_shared<ShowOptions>();
     CLI::App* command = app.add_subcommand("show", "Decode a printer stream: describe its labels");
-    command->add_option("FILE", options.file, "The stream; standard input for - or without it");
-    command
-        ->add_option("-o,--output", options.picture,
-                     "Write each label as a PNG: this one, or OUT-1.png, OUT-2.png, ... of several")
-        ->type_name("OUT.png")
-        ->check([](const std::string& name) {
-            return name.empty() || name == "-" || name.back() == '/'
-                       ? "must name a file; standard output is for the description"
-                       : "";
-        });
-    command->add_flag("--json", options.json, "Describe in JSON");
-    command->add_flag("--as-sent", options.asSent, "Do not turn labels as the printer would");
-    command->add_option("--max-dots", options.maxDots, "Refuse labels with more dots")
-        ->type_name("N")
-        ->check(CLI::Range(std::uint64_t{1}, kelp_preview::kMostDots))
-        ->capture_default_str();
-    command->callback([shared, &status] { status = show(*shared); });
+    command->add_option("FILE", options->file, "The stream; standard input for - or without it");
+    addPictureOption(
+        *command, options->picture,
+        "Write each label as a PNG: this one, or OUT-1.png, OUT-2.png, ... of several");
+    command->add_flag("--json", options->json, "Describe in JSON");
+    command->add_flag("--as-sent", options->asSent, "Do not turn labels as the printer would");
+    addMaxDotsOption(*command, options->maxDots);
+    command->callback([options, &status] { status = show(*options); });
 }
