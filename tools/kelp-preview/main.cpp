@@ -11,6 +11,7 @@
 #include "filter/standard_streams.h"
 #include "filter/version.h"
 #include "tools/kelp-preview/diff/diff_command.h"
+#include "tools/kelp-preview/sheet/sheet_command.h"
 #include "tools/kelp-preview/show/show_command.h"
 #include "tools/kelp-preview/status.h"
 
@@ -32,6 +33,7 @@ int run(int argc, char* argv[], int failed) {
     app.require_subcommand(1);
     int status = kStatusDone;
     addShow(app, status);
+    addSheet(app, status);
     addDiff(app, status);
     try {
         app.parse(argc, argv);
