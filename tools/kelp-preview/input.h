@@ -15,6 +15,7 @@ class Input : public std::streambuf {
     /// @param progress is told how much was read; borrowed
     Input(const std::string& path, Progress& progress);
     ~Input() override;
+    const std::string& shownName() const { return shownName_; }
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
 

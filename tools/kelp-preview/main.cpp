@@ -11,6 +11,7 @@
 #include "filter/standard_streams.h"
 #include "filter/version.h"
 #include "tools/kelp-preview/diff/diff_command.h"
+#include "tools/kelp-preview/print/print_command.h"
 #include "tools/kelp-preview/sheet/sheet_command.h"
 #include "tools/kelp-preview/show/show_command.h"
 #include "tools/kelp-preview/status.h"
@@ -34,6 +35,7 @@ int run(int argc, char* argv[], int failed) {
     int status = kStatusDone;
     addShow(app, status);
     addSheet(app, status);
+    addPrint(app, status);
     addDiff(app, status);
     try {
         app.parse(argc, argv);

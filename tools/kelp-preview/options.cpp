@@ -2,8 +2,9 @@
 
 #include "preview/stream_decoder.h"
 
-void addPictureOption(CLI::App& command, std::string& picture, const std::string& description) {
-    command.add_option("-o,--output", picture, description)
+void addPictureOption(CLI::App& command, const std::string& names, std::string& picture,
+                      const std::string& description) {
+    command.add_option(names, picture, description)
         ->type_name("OUT.png")
         ->check([](const std::string& name) {
             return name.empty() || name == "-" || name.back() == '/'

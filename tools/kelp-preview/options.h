@@ -7,8 +7,10 @@
 
 // Options that several subcommands have.
 
-/// -o, --output: the name of a picture, which must be that of a file.
-void addPictureOption(CLI::App& command, std::string& picture, const std::string& description);
+/// The name of a picture, which must be that of a file.
+/// @param names of the option, such as "-o,--output"
+void addPictureOption(CLI::App& command, const std::string& names, std::string& picture,
+                      const std::string& description);
 
 /// --max-dots: the largest label that is taken.
 void addMaxDotsOption(CLI::App& command, std::uint64_t& maxDots);

@@ -16,7 +16,8 @@
 
 namespace {
 
-constexpr std::size_t kErrorsKept = 64 * 1024;
+constexpr std::size_t kErrorsKept = 16 * 1024 * 1024;
+constexpr int kPollMilliseconds = 200;
 
 [[noreturn]] void fail(const std::string& what, int error) {
     throw std::system_error(error, std::generic_category(), what);
@@ -106,13 +107,15 @@ bool readSome(int descriptor, std::string& text) {
     return count > 0 || (count < 0 && errno == EINTR);
 }
 
-void collect(Pipe& output, Pipe& errors, std::uint64_t mostOutput, CommandResult& result) {
+void collect(const Pipe& output, const Pipe& errors, std::uint64_t mostOutput,
+             const std::function<void()>& whileItRuns, CommandResult& result) {
     std::array<pollfd, 2> ends{pollfd{output.readEnd(), POLLIN, 0},
                                pollfd{errors.readEnd(), POLLIN, 0}};
     while (ends[0].fd >= 0 || ends[1].fd >= 0) {
-        if (poll(ends.data(), ends.size(), -1) < 0 && errno != EINTR) {
+        if (poll(ends.data(), ends.size(), kPollMilliseconds) < 0 && errno != EINTR) {
             fail("poll", errno);
         }
+        whileItRuns();
         if (ends[0].fd >= 0 && ends[0].revents != 0 && !readSome(ends[0].fd, result.output)) {
             ends[0].fd = -1;
         }
@@ -147,7 +150,8 @@ std::string lastLine(const std::string& text) {
 
 }  // namespace
 
-CommandResult runCommand(const std::vector<std::string>& arguments, std::uint64_t mostOutput) {
+CommandResult runCommand(const std::vector<std::string>& arguments, std::uint64_t mostOutput,
+                         const std::function<void()>& whileItRuns) {
     Pipe output;
     Pipe errors;
     const pid_t child = start(arguments, output, errors);
@@ -155,7 +159,7 @@ CommandResult runCommand(const std::vector<std::string>& arguments, std::uint64_
     errors.closeEnd(1);
     CommandResult result;
     try {
-        collect(output, errors, mostOutput, result);
+        collect(output, errors, mostOutput, whileItRuns, result);
     } catch (...) {
         kill(child, SIGKILL);
         waitFor(child);

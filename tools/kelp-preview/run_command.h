@@ -2,6 +2,7 @@
 #define KELP_TOOLS_KELP_PREVIEW_RUN_COMMAND_H
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct CommandResult {
 /// to read. Throws std::system_error where it cannot be started, std::runtime_error where it is not
 /// installed.
 /// @param mostOutput bytes; a program that writes as many is ended
-CommandResult runCommand(const std::vector<std::string>& arguments, std::uint64_t mostOutput);
+/// @param whileItRuns is called several times a second
+CommandResult runCommand(
+    const std::vector<std::string>& arguments, std::uint64_t mostOutput,
+    const std::function<void()>& whileItRuns = [] {});
 
 #endif

@@ -205,7 +205,7 @@ void addDiff(CLI::App& app, int& status) {
         "diff", "Compare the labels of two printer streams: 0 equal, 1 different, 2 trouble");
     command->add_option("BEFORE", options->before, "A stream; standard input for -")->required();
     command->add_option("AFTER", options->after, "The stream to compare with it")->required();
-    addPictureOption(*command, options->picture,
+    addPictureOption(*command, "-o,--output", options->picture,
                      "Write a picture of each label that differs: added dots blue, missing ones "
                      "red, common ones grey");
     command->add_flag("--dots-only", options->dotsOnly, "Let the settings differ");

@@ -146,7 +146,8 @@ void addSheet(CLI::App& app, int& status) {
         app.add_subcommand("sheet", "Show a picture or a page in every halftone, on one sheet");
     command->add_option("FILE", options->file, "A PNG, JPEG, PGM, PDF or PostScript file")
         ->required();
-    addPictureOption(*command, options->sheet, "Write the sheet here; FILE-sheet.png without it");
+    addPictureOption(*command, "-o,--output", options->sheet,
+                     "Write the sheet here; FILE-sheet.png without it");
     command
         ->add_option("--page", options->page,
                      "Scale to this size: 4x6in, 100x150mm, 812x1218 (dots), A4, A5, A6, Letter")
