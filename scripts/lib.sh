@@ -3,8 +3,8 @@
 
 # What it takes to build; and besides to run scripts/demo, to package, and to run the tests.
 # shellcheck disable=SC2034
-build_packages=(cmake ninja-build g++ libcups2-dev cups-ppdc libpng-dev libcli11-dev
-    nlohmann-json3-dev)
+build_packages=(cmake ninja-build g++ pkg-config libcups2-dev cups-ppdc libpng-dev libjpeg-dev
+    libcairo2-dev libcli11-dev nlohmann-json3-dev)
 # shellcheck disable=SC2034
 demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034

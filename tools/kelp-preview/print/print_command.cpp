@@ -1,11 +1,11 @@
 #include "tools/kelp-preview/print/print_command.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "preview/whole_file.h"
@@ -51,14 +51,17 @@ std::vector<std::string> commandOf(const PrintJob& job) {
     return command;
 }
 
-bool tellsWhy(std::string_view line) {
-    return line.starts_with("ERROR:") || line.starts_with("CRIT:") || line.starts_with("EMERG:");
+/// Not the lines that only tell which program ended.
+bool tellsWhy(const std::string& line) {
+    const bool isError =
+        line.starts_with("ERROR:") || line.starts_with("CRIT:") || line.starts_with("EMERG:");
+    return isError && line.find(" stopped with status ") == std::string::npos;
 }
 
-/// The last of the lines that tell of an error; the last line where none does.
+/// The last of the lines that tell of an error; of a command that failed without any, the last.
 std::string reason(const CommandResult& result) {
     std::istringstream lines(result.errors);
-    std::string found = result.lastError;
+    std::string found = result.status == 0 ? std::string() : result.lastError;
     for (std::string line; std::getline(lines, line);) {
         found = tellsWhy(line) ? line : found;
     }
@@ -78,8 +81,8 @@ int print(const PrintJob& job) {
     if (result.status != 0) {
         throw std::runtime_error(job.file + " is not printed" + reason(result));
     }
-    if (result.output.empty()) {
-        throw std::runtime_error(job.file + " gives no printer commands" + reason(result));
+    if (result.output.find("~DG") == std::string::npos) {
+        throw std::runtime_error(job.file + " has no page that prints" + reason(result));
     }
     if (result.output.size() >= kLargestStream) {
         throw std::runtime_error(job.file + " gives over 1 GB of printer commands");
