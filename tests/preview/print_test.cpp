@@ -37,10 +37,13 @@ class Print : public kelp_test::PreviewProgram {
     }
 
     ProcessResult print(const std::string& file, const Arguments& more = {}) {
-        Arguments arguments{"print",        file,
-                            "--ppd",        KELP_PPD_DIR "/kelp-label-4inch.ppd",
-                            "--cups-files", (dir / "spooler/cups-files.conf").string(),
-                            "-o",           "PageSize=4x6in"};
+        Arguments arguments{"print",
+                            "--ppd",
+                            KELP_PPD_DIR "/kelp-label-4inch.ppd",
+                            "--cups-files",
+                            (dir / "spooler/cups-files.conf").string(),
+                            "-o",
+                            "PageSize=4x6in"};
         arguments.insert(arguments.end(), more.begin(), more.end());
         arguments.insert(arguments.end(), {"--", file});
         Command command = given(arguments);
@@ -116,6 +119,12 @@ TEST_F(Print, TakesAnyNameForAFile) {
         write_file(dir / name, square);
         EXPECT_EQ(print(name).exit_status, 0) << name;
     }
+}
+
+TEST_F(Print, TakesOneValueForEachOption) {
+    Command command = given({"print", "--ppd", KELP_PPD_DIR "/kelp-label-4inch.ppd", "-o",
+                             "PageSize=4x6in", "missing.ps", "--json"});
+    EXPECT_EQ(run_process(command).error, "kelp-preview: no regular file: missing.ps\n");
 }
 
 TEST_F(Print, TakesTheTypeThatItIsTold) {

@@ -166,8 +166,7 @@ void addSheet(CLI::App& app, int& status) {
     command->add_option("--halftone", options->halftones, "Show only this one; may be repeated")
         ->type_name("NAME")
         ->check(CLI::IsMember(halftoneNames()))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     command
         ->add_option("--brightness", options->print.brightness,
                      "The job option Brightness: higher is darker, lighter with a stencil")
