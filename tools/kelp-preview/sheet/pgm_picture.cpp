@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 #include "tools/kelp-preview/sheet/picture_formats.h"
 
@@ -95,4 +96,12 @@ GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels) {
         }
     }
     return picture;
+}
+
+PageSize sizeOfPgm(std::string_view file) {
+    PgmReader reader(file);
+    const std::uint32_t width = reader.number();
+    const std::uint32_t height = reader.number();
+    checkPictureSize(width, height, std::numeric_limits<std::uint64_t>::max());
+    return {width, height};
 }

@@ -61,7 +61,7 @@ GreyPicture readPicture(const PictureSource& source) {
     const std::string file = wholeFile(source.path);
     try {
         if (isDocument(file)) {
-            return pictureOfDocument(source.path, source.page, source.fit.width, source.fit.height);
+            return pictureOfDocument(source.path, source.page, source.fit);
         }
         if (source.page != 1) {
             throw PictureError("a picture has one page");
