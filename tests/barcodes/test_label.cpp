@@ -4,6 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "tests/printing/print_document.h"
 #include "tests/support/files.h"
 #include "tests/support/run_process.h"
 #include "tests/support/temp_dir.h"
@@ -13,15 +14,6 @@ namespace {
 
 std::string label_file(const Model& model) {
     return std::string(KELP_TEST_LABEL_DIR) + "/test-label-" + model.name + ".ps";
-}
-
-std::string checked_output(const Command& command) {
-    const ProcessResult result = run_process(command);
-    if (result.exit_status != 0) {
-        throw std::runtime_error(command.program.string() + ": " + result.ending() + "\n" +
-                                 result.error);
-    }
-    return result.output;
 }
 
 }  // namespace
@@ -56,42 +48,9 @@ std::vector<unsigned> place_on(const Model& model, const std::string& name) {
 }
 
 Label print_test_label(const Model& model, const std::string& halftone) {
-    const TempDir directory;
-    const std::string ppd = std::string(KELP_PPD_DIR) + "/kelp-" + model.name + ".ppd";
-    std::filesystem::create_directories(directory / "var/spool/cups/tmp");
-    std::filesystem::create_directories(directory / "tmp");
-
-    Command rasterise;
-    rasterise.program = KELP_CUPSFILTER;
-    rasterise.arguments = {"-p",
-                           ppd,
-                           "-m",
-                           "application/vnd.cups-raster",
-                           "-o",
-                           "PageSize=" + model.page_size,
-                           label_file(model)};
-    rasterise.environment = {{"PATH", "/usr/sbin:/usr/bin:/sbin:/bin"},
-                             {"TMPDIR", directory.path().string()},
-                             {"HOME", directory.path().string()},
-                             {"LC_ALL", "C"}};
-    rasterise.working_directory = directory.path();
-
-    Command fit;
-    fit.program = KELP_PAGE_FITTER;
-    fit.arguments = {"1", "user", "title", "1",
-                     "PageSize=" + model.page_size + " HalftoneType=" + halftone};
-    // The world library keeps the filter's snapshots in our directory.
-    fit.environment = {{"PPD", ppd},
-                       {"LD_PRELOAD", KELP_TEST_WORLD_LIBRARY},
-                       {"ASAN_OPTIONS", "verify_asan_link_order=0"},
-                       {"KELP_TEST_WORLD", directory.path().string()}};
-    fit.working_directory = directory.path();
-    Command print = fit;
-    print.program = KELP_FILTER;
-
-    fit.input = FromBytes{checked_output(rasterise)};
-    print.input = FromBytes{checked_output(fit)};
-    const std::vector<Label> labels = read_labels(checked_output(print));
+    const std::vector<Label> labels =
+        read_labels(print_document(label_file(model), model.name,
+                                   "PageSize=" + model.page_size + " HalftoneType=" + halftone));
     if (labels.size() != 1) {
         throw std::runtime_error(std::to_string(labels.size()) + " labels instead of one");
     }
