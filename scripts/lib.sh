@@ -4,7 +4,7 @@
 # What it takes to build; and besides to run scripts/demo, to package, and to run the tests.
 # shellcheck disable=SC2034
 build_packages=(cmake ninja-build g++ libcups2-dev cups-ppdc libpng-dev libcli11-dev
-    nlohmann-json3-dev)
+    nlohmann-json3-dev libmicrohttpd-dev)
 # shellcheck disable=SC2034
 demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034

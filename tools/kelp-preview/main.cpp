@@ -9,6 +9,7 @@
 
 #include "filter/standard_streams.h"
 #include "filter/version.h"
+#include "tools/kelp-preview/listen/listen_command.h"
 #include "tools/kelp-preview/show/show_command.h"
 #include "tools/kelp-preview/status.h"
 
@@ -20,6 +21,7 @@ int run(int argc, char* argv[]) {
     app.require_subcommand(1);
     int status = kStatusDone;
     addShow(app, status);
+    addListen(app, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
