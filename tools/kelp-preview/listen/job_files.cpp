@@ -5,17 +5,18 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
-#include <utility>
 
 namespace kelp_listen {
 namespace {
 
 Identity identityFrom(const struct stat& status) {
-    return {status.st_dev, status.st_ino};
+    if (S_ISDIR(status.st_mode)) {
+        return {status.st_dev, status.st_ino};
+    }
+    return {status.st_dev, status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-}  // namespace
-
+/// Of what has this name, not of what a link points to.
 Identity identityOf(const std::string& path) {
     struct stat status {};
     if (lstat(path.c_str(), &status) != 0) {
@@ -24,8 +25,9 @@ Identity identityOf(const std::string& path) {
     return identityFrom(status);
 }
 
-JobFiles::JobFiles(std::string path, Identity identity)
-    : path_(std::move(path)), identity_(identity) {}
+}  // namespace
+
+JobFiles::JobFiles(const std::string& path) : path_(path), identity_(identityOf(path)) {}
 
 void JobFiles::add(const std::string& name) {
     files_.push_back({name, identityOf(path_ + "/" + name)});
@@ -58,8 +60,9 @@ OpenFile JobFiles::open(const std::string& name) const {
         result.descriptor.reset();
     }
     result.size = static_cast<std::uint64_t>(status.st_size);
-    result.version = std::to_string(status.st_ino) + "-" + std::to_string(status.st_mtim.tv_sec) +
-                     "-" + std::to_string(status.st_mtim.tv_nsec);
+    result.version = std::to_string(file->identity.inode) + "-" +
+                     std::to_string(file->identity.seconds) + "-" +
+                     std::to_string(file->identity.nanoseconds);
     return result;
 }
 

@@ -11,30 +11,31 @@
 
 namespace kelp_listen {
 
-/// A file or folder, whatever its name becomes.
+/// A file or folder, whatever its name becomes. That of a file is another one once it was written
+/// to, as a new file may get the number of one that was removed.
 struct Identity {
     dev_t device = 0;
     ino_t inode = 0;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
     bool operator==(const Identity&) const = default;
 };
-
-/// Of what has this name, not of what a link points to. Throws std::system_error.
-Identity identityOf(const std::string& path);
 
 struct OpenFile {
     Descriptor descriptor;  ///< closed where the file is not there any more
     std::uint64_t size = 0;
-    std::string version;  ///< another one for any other content
+    std::string version;  ///< another one for any other file
 };
 
-/// A job's folder and the files that this program made in it. What others put in their places is
-/// neither read nor removed.
+/// A job's folder and the files that this program made in it. What others put in their places, or
+/// changed, is neither read nor removed.
 class JobFiles {
   public:
     JobFiles() = default;
-    JobFiles(std::string path, Identity identity);
+    /// A folder without files. Throws std::system_error.
+    explicit JobFiles(const std::string& path);
 
-    /// Notes a file that was just made in the folder. Throws std::system_error.
+    /// Notes a file of the folder that is finished. Throws std::system_error.
     void add(const std::string& name);
     /// After the folder was renamed.
     void moveTo(const std::string& path) { path_ = path; }

@@ -21,14 +21,15 @@ namespace {
 JobFiles makeHiddenFolder(const std::string& parent) {
     std::random_device random;
     std::string path;
+    int made = 0;
     do {
         path = parent + "/.job-" + std::to_string(random()) + ".tmp";
-    } while (mkdir(path.c_str(), 0777) != 0 && errno == EEXIST);
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0) {
+        made = mkdir(path.c_str(), 0777);
+    } while (made != 0 && errno == EEXIST);
+    if (made != 0) {
         fail(parent);
     }
-    return {path, identityOf(path)};
+    return JobFiles(path);
 }
 
 /// Like rename(), but never onto anything.
@@ -66,7 +67,6 @@ UnfinishedJob::UnfinishedJob(const std::string& folder) : files_(makeHiddenFolde
         rmdir(files_.path().c_str());
         throw std::system_error(error, std::generic_category(), folder);
     }
-    files_.add(kStreamName);
 }
 
 UnfinishedJob::~UnfinishedJob() {
@@ -92,6 +92,7 @@ void UnfinishedJob::endStream() {
     if (close(stream_.release()) != 0) {
         fail(std::filesystem::path(files_.path()).parent_path());
     }
+    files_.add(kStreamName);
 }
 
 std::string UnfinishedJob::streamPath() const {

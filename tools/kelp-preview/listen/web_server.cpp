@@ -3,6 +3,7 @@
 #include <microhttpd.h>
 
 #include <chrono>
+#include <cstring>
 #include <exception>
 #include <optional>
 #include <stdexcept>
@@ -52,6 +53,11 @@ MHD_Result onRequest(void* site, MHD_Connection* connection, const char* path, c
     }
 }
 
+/// Paths are taken as they are sent: ours have nothing to unescape.
+std::size_t leaveEscapes(void* /*site*/, MHD_Connection* /*connection*/, char* text) {
+    return std::strlen(text);
+}
+
 }  // namespace
 
 WebServer::WebServer(Descriptor listener, const WebSite& site) {
@@ -59,7 +65,8 @@ WebServer::WebServer(Descriptor listener, const WebSite& site) {
         MHD_USE_EPOLL, 0, nullptr, nullptr, onRequest, const_cast<WebSite*>(&site),
         MHD_OPTION_LISTEN_SOCKET, listener.get(), MHD_OPTION_CONNECTION_LIMIT, kConnections,
         MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, MHD_OPTION_CONNECTION_MEMORY_LIMIT,
-        kMemoryOfOne, MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_END);
+        kMemoryOfOne, MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_UNESCAPE_CALLBACK, leaveEscapes,
+        nullptr, MHD_OPTION_END);
     if (daemon_ == nullptr) {
         throw std::runtime_error("the web page cannot be served");
     }

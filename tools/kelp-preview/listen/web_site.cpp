@@ -39,7 +39,8 @@ Answer fileOf(const ShownJob& job, const std::string& name, const char* type,
 /// The name of "name:port" or "[name]:port".
 std::string withoutPort(const std::string& host) {
     if (host.starts_with('[')) {
-        return host.substr(1, host.find(']') - 1);
+        const std::size_t end = host.find(']');
+        return end == std::string::npos ? "" : host.substr(1, end - 1);
     }
     return host.substr(0, host.find(':'));
 }
