@@ -26,7 +26,7 @@ class Browser {
     // The value of a JavaScript expression in the page, which may be a promise. Nothing when the
     // page went while it was computed, or it threw.
     std::optional<nlohmann::json> evaluate(const std::string& expression);
-    // A PNG of all that the page shows.
+    // A PNG of what the window shows.
     std::string screenshot();
 
   private:

@@ -98,8 +98,8 @@ std::string frontPage(const JobTable& table, const std::string& printer, bool re
     const std::deque<ShownJob>& jobs = table.jobs();
     std::string body = "<header>\n<h1>Virtual label printer</h1>\n<p>It takes jobs at <strong>" +
                        escaped(printer) + "</strong>. " +
-                       (renews ? "This page renews itself. " + link(kStillPath, "Stop that")
-                               : link(kFrontPath, "Let this page renew itself")) +
+                       (renews ? "This page renews itself. " + link(kStillPath, "Stop renewing")
+                               : link(kFrontPath, "Renew it by itself")) +
                        "</p>\n</header>\n<main>\n";
     if (jobs.empty()) {
         body += "<p>No job has come yet.</p>\n";
@@ -142,11 +142,11 @@ article { margin: 1rem 0; padding: 1rem; background: var(--sheet);
   border: 1px solid var(--line); border-radius: .5rem; }
 figure { display: flex; flex-wrap: wrap; gap: 1.5rem; align-items: flex-start;
   margin: 1rem 0 0; padding-top: 1rem; border-top: 1px solid var(--line); }
-figure > a { flex: 0 1 auto; max-width: 100%; line-height: 0; }
+figure > a { max-width: min(100%, 30rem); line-height: 0; }
 figcaption { flex: 1 1 20rem; min-width: 0; }
-img { max-width: min(100%, 30rem); height: auto; background: #fff;
+img { max-width: 100%; box-sizing: border-box; height: auto; background: #fff;
   border: 1px solid var(--line); border-radius: .25rem; }
-pre { margin: 0; overflow-x: auto; font: .875rem/1.5 ui-monospace, monospace; }
+pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere; font: .875rem/1.5 ui-monospace, monospace; }
 .notes { color: var(--note); font-weight: 600; }
 )css";
 }
