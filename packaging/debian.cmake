@@ -1,4 +1,5 @@
-# The Debian package: what only it holds, and its control file.
+# The Debian packages: what only they hold, and their control files. The preview is one of its own: a
+# print server needs neither it nor its libraries.
 
 set(KELP_DEBIAN_REVISION 1 CACHE STRING "Revision of the Debian package")
 set(KELP_MAINTAINER "Kelp maintainers <maintainers@kelp.example>" CACHE STRING
@@ -11,43 +12,69 @@ kelp_gzip("${packed}/changelog.Debian" "${packed}/changelog.Debian.gz")
 list(APPEND generated "${packed}/changelog.Debian.gz")
 install(FILES debian/copyright "${packed}/changelog.Debian.gz"
   DESTINATION "share/doc/${KELP_PACKAGE}" ${debian_only})
+install(FILES debian/copyright "${packed}/changelog.Debian.gz"
+  DESTINATION share/doc/kelp-preview COMPONENT preview-debian EXCLUDE_FROM_ALL)
 install(FILES debian/lintian-overrides DESTINATION share/lintian/overrides
   RENAME "${KELP_PACKAGE}" ${debian_only})
+install(FILES debian/preview-lintian-overrides DESTINATION share/lintian/overrides
+  RENAME kelp-preview COMPONENT preview-debian EXCLUDE_FROM_ALL)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME "${KELP_PACKAGE}")
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_CONTACT "${KELP_MAINTAINER}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_INSTALL_CMAKE_PROJECTS
-  "${PROJECT_BINARY_DIR};${PROJECT_NAME};ALL;/"
-  "${PROJECT_BINARY_DIR};${PROJECT_NAME};debian;/")
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
+set(CPACK_COMPONENTS_ALL driver debian)
+set(CPACK_COMPONENT_DRIVER_GROUP driver)
+set(CPACK_COMPONENT_DEBIAN_GROUP driver)
+if(KELP_BUILD_TOOLS)
+  list(APPEND CPACK_COMPONENTS_ALL preview preview-debian)
+  set(CPACK_COMPONENT_PREVIEW_GROUP preview)
+  set(CPACK_COMPONENT_PREVIEW-DEBIAN_GROUP preview)
+endif()
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package's description begins with its own
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE "${KELP_DEBIAN_REVISION}")
-set(CPACK_DEBIAN_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# Libraries by what the programs were linked with. The rest is the way of a document to raster;
-# without a spooler here nothing in the package does anything.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "cups (>= 2.3), cups-filters, ghostscript")
-# For the removal of snapshots.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "systemd | systemd-standalone-tmpfiles")
-set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
-  "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst" "${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "printer driver for ZPL thermal printers")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Kelp prints from the CUPS spooler on label printers and tattoo stencil
+# Libraries by what the programs were linked with.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+
+set(CPACK_DEBIAN_DRIVER_PACKAGE_NAME "${KELP_PACKAGE}")
+set(CPACK_DEBIAN_DRIVER_PACKAGE_SECTION text)
+# The way of a document to raster; without a spooler here nothing in the package does anything.
+set(CPACK_DEBIAN_DRIVER_PACKAGE_DEPENDS "cups (>= 2.3), cups-filters, ghostscript")
+# For the removal of snapshots.
+set(CPACK_DEBIAN_DRIVER_PACKAGE_RECOMMENDS "systemd | systemd-standalone-tmpfiles")
+set(CPACK_DEBIAN_DRIVER_PACKAGE_SUGGESTS kelp-preview)
+set(CPACK_DEBIAN_DRIVER_PACKAGE_CONTROL_EXTRA
+  "${CMAKE_CURRENT_SOURCE_DIR}/debian/postinst" "${CMAKE_CURRENT_SOURCE_DIR}/debian/postrm")
+set(CPACK_DEBIAN_DRIVER_DESCRIPTION
+"printer driver for ZPL thermal printers
+Kelp prints from the CUPS spooler on label printers and tattoo stencil
 printers that understand ZPL: heads of 2, 3 and 4 inches, and stencil
 printers as wide as A5 and A4, all with 203 dots per inch.
 .
 It offers ten halftones, from a fixed threshold for sharp barcodes to error
 diffusion for photographs, label sizes of any kind, and settings for media,
 speed, darkness and what the printer does after a label.")
+
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_NAME kelp-preview)
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_SECTION text)
+# For documents: the way that a queue goes.
+set(CPACK_DEBIAN_PREVIEW_PACKAGE_RECOMMENDS "${KELP_PACKAGE}, cups, ghostscript")
+set(CPACK_DEBIAN_PREVIEW_DESCRIPTION
+"shows what a ZPL thermal printer will print
+This program draws the labels of a printer's command stream, tells their
+settings, compares two streams, shows a picture in every halftone of the
+Kelp driver, and stands in for a label printer on the network. No printer
+is needed.")
 
 include(CPack)

@@ -37,6 +37,21 @@ std::uint64_t blackDots(const Bitmap& bitmap) {
     return count;
 }
 
+void lay(const Bitmap& picture, std::uint64_t x, std::uint64_t y, Bitmap& target) {
+    const auto shift = static_cast<unsigned>(x % 8);
+    for (std::uint64_t i = 0; i < picture.height; ++i) {
+        const unsigned char* source = picture.row(i);
+        unsigned char* dots = target.row(y + i) + x / 8;
+        for (std::size_t b = 0; b < picture.rowBytes(); ++b) {
+            const unsigned shifted = static_cast<unsigned>(source[b]) << 8 >> shift;
+            dots[b] |= static_cast<unsigned char>(shifted >> 8);
+            if (static_cast<unsigned char>(shifted) != 0) {  // else there may be no such byte
+                dots[b + 1] |= static_cast<unsigned char>(shifted);
+            }
+        }
+    }
+}
+
 Bitmap turned(const Bitmap& bitmap) {
     Bitmap result(bitmap.width, bitmap.height);
     const auto unusedBits = static_cast<unsigned>(bitmap.rowBytes() * 8 - bitmap.width);

@@ -31,6 +31,10 @@ struct Bitmap {
 
 std::uint64_t blackDots(const Bitmap& bitmap);
 
+/// Adds the dots of a picture to those of a larger one.
+/// @param x, y where its upper left corner lies; it must lie within the target
+void lay(const Bitmap& picture, std::uint64_t x, std::uint64_t y, Bitmap& target);
+
 /// Turned by 180 degrees.
 Bitmap turned(const Bitmap& bitmap);
 

@@ -10,13 +10,7 @@ namespace {
 /// a million times.
 constexpr std::uint64_t kLargestLabelsLaid = 16;
 
-void copyInto(const Bitmap& source, Bitmap& target) {
-    for (std::uint64_t y = 0; y < source.height; ++y) {
-        std::copy_n(source.row(y), source.rowBytes(), target.row(y));
-    }
-}
-
-void lay(const Bitmap& graphic, const Placing& at, Bitmap& target) {
+void layMagnified(const Bitmap& graphic, const Placing& at, Bitmap& target) {
     for (std::uint64_t y = 0; y < graphic.height * at.magnifyY; ++y) {
         for (std::uint64_t x = 0; x < graphic.width * at.magnifyX; ++x) {
             if (graphic.dot(x / at.magnifyX, y / at.magnifyY)) {
@@ -56,9 +50,13 @@ bool LabelCanvas::place(const std::shared_ptr<const Bitmap>& graphic, const Plac
     }
     auto larger = std::make_shared<Bitmap>(width, height);
     if (dots_) {
-        copyInto(*dots_, *larger);
+        lay(*dots_, 0, 0, *larger);
     }
-    lay(*graphic, at, *larger);
+    if (at.magnifyX == 1 && at.magnifyY == 1) {
+        lay(*graphic, at.x, at.y, *larger);
+    } else {
+        layMagnified(*graphic, at, *larger);
+    }
     dots_ = std::move(larger);
     return true;
 }

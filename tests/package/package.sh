@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# package.sh BUILD WORLD DOCUMENT: makes the Debian package of the build and follows it through a life in
+# package.sh BUILD WORLD DOCUMENT: makes the Debian packages of the build and follows them through a life in
 # a scratch folder: lintian, install, models, a print, reinstall over an older version, purge.
 set -euo pipefail
 export LC_ALL=C.UTF-8
@@ -33,27 +33,34 @@ wait_for() {
 }
 
 echo "== the package"
-cmake --build "$build" --target packaging rastertokelp rastertokelpraster >/dev/null
+cmake --build "$build" --target packaging rastertokelp rastertokelpraster kelp-preview >/dev/null
 cpack -G DEB --config "$build/CPackConfig.cmake" -B "$scratch/cpack" >"$scratch/log" 2>&1 ||
     fail "cpack"
-deb=$(echo "$scratch"/cpack/*.deb)
+deb=$(echo "$scratch"/cpack/printer-driver-kelp_*.deb)
+preview=$(echo "$scratch"/cpack/kelp-preview_*.deb)
 version=$(dpkg-deb -f "$deb" Version)
 [[ ${deb##*/} == "printer-driver-kelp_$version"_$(dpkg-deb -f "$deb" Architecture).deb ]] ||
     fail "the name $deb"
 chmod -R a+rX "$scratch/cpack"
-lintian --allow-root --fail-on error,warning "$deb" || fail "lintian"
+[[ $(dpkg-deb -f "$preview" Version) == "$version" ]] || fail "the version of $preview"
+lintian --allow-root --fail-on error,warning "$deb" "$preview" || fail "lintian"
+for name in libcairo2 libjpeg62-turbo libpng16-16; do
+    [[ ", $(dpkg-deb -f "$preview" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
+    [[ ", $(dpkg-deb -f "$deb" Depends)" != *", $name"[\ ,]* ]] || fail "the driver wants $name"
+done
 for name in libcups2 libc6 cups cups-filters ghostscript; do
     [[ ", $(dpkg-deb -f "$deb" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
 done
 [[ $(dpkg-deb -I "$deb") != *conffiles* ]] || fail "conffiles"
 dpkg-deb -c "$deb" >"$scratch/contents"
+dpkg-deb -c "$preview" >"$scratch/preview"
 while read -r mode owner _ _ _ path; do
     [[ $owner == root/root ]] || fail "owner $owner of $path"
     case $path in
-        */ | ./usr/lib/cups/filter/*) [[ $mode == ?rwxr-xr-x ]] || fail "mode $mode of $path" ;;
+        */ | ./usr/lib/cups/filter/* | ./usr/bin/*) [[ $mode == ?rwxr-xr-x ]] || fail "mode $mode of $path" ;;
         *) [[ $mode == -rw-r--r-- ]] || fail "mode $mode of $path" ;;
     esac
-done <"$scratch/contents"
+done < <(cat "$scratch/contents" "$scratch/preview")
 models=(label-2inch label-3inch label-4inch stencil-a4 stencil-a5)
 docs=usr/share/doc/printer-driver-kelp
 for path in usr/lib/cups/filter/rastertokelp usr/lib/cups/filter/rastertokelpraster \
@@ -64,6 +71,14 @@ for path in usr/lib/cups/filter/rastertokelp usr/lib/cups/filter/rastertokelpras
     "${models[@]/#/usr/share/ppd/kelp/kelp-}"; do
     grep -q " \./$path" "$scratch/contents" || fail "not in the package: $path"
 done
+for path in usr/bin/kelp-preview usr/share/man/man1/kelp-preview.1.gz \
+    usr/share/bash-completion/completions/kelp-preview usr/share/doc/kelp-preview/copyright \
+    usr/share/doc/kelp-preview/changelog.Debian.gz; do
+    grep -q " \./$path" "$scratch/preview" || fail "not in the package: $path"
+done
+[[ $(comm -12 <(grep -v '/$' "$scratch/contents" | awk '{print $6}' | sort) \
+    <(grep -v '/$' "$scratch/preview" | awk '{print $6}' | sort)) == "" ]] ||
+    fail "a file is in both packages"
 
 echo "== an older version, and this one over it"
 root=$scratch/root
@@ -80,13 +95,16 @@ echo old >"$scratch/older/usr/share/ppd/kelp/of-the-older-version"
 dpkg-deb --root-owner-group -b "$scratch/older" "$scratch/older.deb" >/dev/null
 scratch_dpkg -i "$scratch/older.deb"
 [[ -e $root/usr/share/ppd/kelp/of-the-older-version ]] || fail "the older version"
-scratch_dpkg -i "$deb"
+scratch_dpkg -i "$deb" "$preview"
 [[ ! -e $root/usr/share/ppd/kelp/of-the-older-version ]] || fail "the older version's file stays"
 
 echo "== the installed drivers, with the filters they name"
 for model in "${models[@]}"; do
     cupstestppd -q -R "$root" "$root/usr/share/ppd/kelp/kelp-$model.ppd.gz" || fail "cupstestppd: $model"
 done
+
+echo "== the installed preview"
+[[ $("$root/usr/bin/kelp-preview" --version) == "kelp-preview ${version%-*}" ]] || fail "its version"
 
 echo "== the queues that an upgrade updates"
 # the spooler's package reads the file, and compares models and nicknames by what is in it
@@ -185,9 +203,9 @@ echo "== gone"
 touch "$root"/var/spool/cups/tmp/{origin_1,dithered_1,foreign}.bmp "$root"/var/spool/cups/tmp/kelp-1.bin
 mkdir -p "$root/tmp"
 touch "$root/tmp/xxxxx.log"
-scratch_dpkg -r printer-driver-kelp
+scratch_dpkg -r printer-driver-kelp kelp-preview
 [[ -e $root/var/spool/cups/tmp/kelp-1.bin ]] || fail "a removal takes recordings"
-scratch_dpkg -P printer-driver-kelp
+scratch_dpkg -P printer-driver-kelp kelp-preview
 left=$(find "$root" -path "$root/var/lib/dpkg" -prune -o ! -type d -print)
 [[ $left == "$root/var/spool/cups/tmp/foreign.bmp" ]] || fail "left behind: $left"
 [[ ! -d $root/usr/share/ppd/kelp ]] || fail "a folder is left behind"

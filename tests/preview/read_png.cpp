@@ -24,6 +24,13 @@ void read(png_structp png, png_bytep data, png_size_t size) {
     source.place += size;
 }
 
+char letter(unsigned char red, unsigned char blue) {
+    if (red == blue) {
+        return red == 0 ? '#' : red == 255 ? '.' : 'g';
+    }
+    return red > blue ? 'r' : 'b';
+}
+
 bool decode(png_structp png, png_infop info, Picture& picture, std::vector<unsigned char>& row) {
     if (setjmp(png_jmpbuf(png)) != 0) {
         return false;
@@ -33,15 +40,16 @@ bool decode(png_structp png, png_infop info, Picture& picture, std::vector<unsig
     picture.colour_type = png_get_color_type(png, info);
     picture.dots_per_metre_x = png_get_x_pixels_per_meter(png, info);
     picture.dots_per_metre_y = png_get_y_pixels_per_meter(png, info);
-    png_set_expand_gray_1_2_4_to_8(png);
+    png_set_expand(png);  // 8 bits of grey or of each colour
     png_read_update_info(png, info);
     const png_uint_32 width = png_get_image_width(png, info);
-    row.resize(width);
+    const std::size_t channels = png_get_channels(png, info);
+    row.resize(width * channels);
     picture.rows.assign(png_get_image_height(png, info), "");
     for (std::string& text : picture.rows) {
         png_read_row(png, row.data(), nullptr);
-        for (const unsigned char grey : row) {
-            text += grey == 0 ? '#' : '.';
+        for (std::size_t i = 0; i < row.size(); i += channels) {
+            text += letter(row[i], row[i + channels - 1]);
         }
     }
     png_read_end(png, nullptr);

@@ -6,7 +6,16 @@
 #include <cerrno>
 #include <system_error>
 
-Input::Input(const std::string& path) : shownName_(path == "-" ? "standard input" : path) {
+namespace {
+
+std::string megabytes(std::uint64_t bytes) {
+    return std::to_string(bytes / 1'000'000) + '.' + std::to_string(bytes / 100'000 % 10) + " MB";
+}
+
+}  // namespace
+
+Input::Input(const std::string& path, Progress& progress)
+    : shownName_(path == "-" ? "standard input" : path), progress_(progress) {
     if (path != "-") {
         descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC);
         if (descriptor_ < 0) {
@@ -32,6 +41,8 @@ Input::int_type Input::underflow() {
     if (count == 0) {
         return traits_type::eof();
     }
+    bytesRead_ += static_cast<std::uint64_t>(count);
+    progress_.show(megabytes(bytesRead_) + " of " + shownName_ + " decoded");
     setg(buffer_.data(), buffer_.data(), buffer_.data() + count);
     return traits_type::to_int_type(*gptr());
 }

@@ -6,42 +6,48 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <string_view>
 
 #include "filter/standard_streams.h"
 #include "filter/version.h"
+#include "tools/kelp-preview/diff/diff_command.h"
 #include "tools/kelp-preview/listen/listen_command.h"
+#include "tools/kelp-preview/print/print_command.h"
+#include "tools/kelp-preview/sheet/sheet_command.h"
 #include "tools/kelp-preview/show/show_command.h"
 #include "tools/kelp-preview/status.h"
 
 namespace {
 
-int run(int argc, char* argv[]) {
-    CLI::App app("Shows what a printer stream prints, without a printer", "kelp-preview");
+/// Programs that compare have a status of their own for trouble.
+int failureStatus(int argc, char* argv[]) {
+    return argc > 1 && std::string_view(argv[1]) == "diff" ? kStatusTrouble : kStatusFailed;
+}
+
+int reportFailure(const char* what, int status) {
+    std::fprintf(stderr, "kelp-preview: %s\n", what);
+    return status;
+}
+
+int run(int argc, char* argv[], int failed) {
+    CLI::App app("Shows what will print, without a printer", "kelp-preview");
     app.set_version_flag("--version", "kelp-preview " KELP_VERSION);
     app.require_subcommand(1);
     int status = kStatusDone;
     addShow(app, status);
+    addSheet(app, status);
+    addPrint(app, status);
+    addDiff(app, status);
     addListen(app, status);
     try {
         app.parse(argc, argv);
+        return status;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kStatusDone : kStatusFailed;
-    }
-    return status;
-}
-
-int reportFailure(const char* what) {
-    std::fprintf(stderr, "kelp-preview: %s\n", what);
-    return kStatusFailed;
-}
-
-int runReported(int argc, char* argv[]) {
-    try {
-        return run(argc, argv);
+        return app.exit(error) == 0 ? kStatusDone : failed;
     } catch (const std::bad_alloc&) {
-        return reportFailure("out of memory");
+        return reportFailure("out of memory", failed);
     } catch (const std::exception& error) {
-        return reportFailure(error.what());
+        return reportFailure(error.what(), failed);
     }
 }
 
@@ -50,10 +56,11 @@ int runReported(int argc, char* argv[]) {
 int main(int argc, char* argv[]) {
     secureStandardStreams();
     std::signal(SIGXFSZ, SIG_IGN);  // a picture over the limit fails and is removed
-    const int status = runReported(argc, argv);
+    const int failed = failureStatus(argc, argv);
+    const int status = run(argc, argv, failed);
     std::cout.flush();
     if (!std::cout || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        return reportFailure("unable to write to standard output");
+        return reportFailure("unable to write to standard output", failed);
     }
     return status;
 }

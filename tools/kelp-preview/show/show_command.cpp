@@ -1,137 +1,31 @@
 #include "tools/kelp-preview/show/show_command.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
 #include <memory>
-#include <nlohmann/json.hpp>
-#include <optional>
-#include <stdexcept>
 #include <string>
-#include <utility>
 
-#include "preview/description.h"
-#include "preview/description_json.h"
-#include "preview/png_writer.h"
-#include "preview/stream_decoder.h"
-#include "preview/whole_file.h"
 #include "tools/kelp-preview/input.h"
-#include "tools/kelp-preview/show/picture_name.h"
-#include "tools/kelp-preview/status.h"
+#include "tools/kelp-preview/progress.h"
+#include "tools/kelp-preview/show/show_labels.h"
 
 namespace {
 
-using namespace kelp_preview;
-
 struct ShowOptions {
     std::string file = "-";
-    std::string picture;  ///< empty for none
-    bool json = false;
-    bool asSent = false;
-    std::uint64_t maxDots = DecoderLimits{}.maxDots;
+    LabelOutput output;
 };
 
-class LabelShow {
-  public:
-    explicit LabelShow(const ShowOptions& options) : options_(options) {}
-
-    /// A label waits for the next one: the only label's picture has another name.
-    void take(Label label) {
-        if (waiting_) {
-            showWaiting(false);
-        }
-        waiting_ = std::move(label);
-    }
-
-    int finish(const Findings& rest) {
-        if (!waiting_) {
-            throw std::runtime_error("no label in " + shownInput() + firstOf(rest.warnings));
-        }
-        showWaiting(count_ == 0);
-        warned_ = warned_ || !rest.warnings.empty();
-        if (options_.json) {
-            nlohmann::ordered_json json = {{"labels", std::move(labels_)}};
-            json.update(asJson(rest));
-            print(json.dump(2) + "\n");
-        } else if (const std::string text = asText(rest); !text.empty()) {
-            print("\nBehind the last label\n" + text);
-        }
-        return warned_ ? kStatusWarned : kStatusDone;
-    }
-
-  private:
-    std::string shownInput() const {
-        return options_.file == "-" ? "standard input" : options_.file;
-    }
-
-    static std::string firstOf(const Remarks& warnings) {
-        if (warnings.empty()) {
-            return {};
-        }
-        const Remark& first = warnings.kept().front();
-        return " (byte " + std::to_string(first.offset) + ": " + first.text + ")";
-    }
-
-    static void print(const std::string& text) { std::fputs(text.c_str(), stdout); }
-
-    void showWaiting(bool onlyOne) {
-        Label label = *std::exchange(waiting_, std::nullopt);
-        ++count_;
-        if (label.setup.isTurned() && !options_.asSent) {
-            label.dots = std::make_shared<const Bitmap>(turned(*label.dots));
-        }
-        Description description = describe(label);
-        if (!options_.picture.empty()) {
-            description.picture = pictureName(options_.picture, count_, onlyOne);
-            writeWholeFile(description.picture, pngOf(*label.dots));
-        }
-        warned_ = warned_ || !label.findings.warnings.empty();
-        if (options_.json) {
-            labels_.push_back(asJson(description));
-        } else {
-            print((count_ > 1 ? "\n" : "") + asText(description, count_));
-        }
-    }
-
-    const ShowOptions& options_;
-    std::optional<Label> waiting_;
-    std::size_t count_ = 0;
-    bool warned_ = false;
-    nlohmann::ordered_json labels_ = nlohmann::ordered_json::array();
-};
-
-/// @return kStatusWarned where something in the stream is not right
 int show(const ShowOptions& options) {
-    Input input(options.file);
-    LabelShow labels(options);
-    StreamDecoder decoder(input, DecoderLimits{options.maxDots});
-    while (std::optional<Label> label = decoder.next()) {
-        labels.take(std::move(*label));
-    }
-    return labels.finish(decoder.rest());
+    Progress progress;
+    Input input(options.file, progress);
+    return showLabels(input, input.shownName(), options.output, progress);
 }
 
 }  // namespace
 
 void addShow(CLI::App& app, int& status) {
-    const auto shared = std::make_shared<ShowOptions>();
-    ShowOptions& options = *shared;
+    const auto options = std::make_shared<ShowOptions>();
     CLI::App* command = app.add_subcommand("show", "Decode a printer stream: describe its labels");
-    command->add_option("FILE", options.file, "The stream; standard input for - or without it");
-    command
-        ->add_option("-o,--output", options.picture,
-                     "Write each label as a PNG: this one, or OUT-1.png, OUT-2.png, ... of several")
-        ->type_name("OUT.png")
-        ->check([](const std::string& name) {
-            return name.empty() || name == "-" || name.back() == '/'
-                       ? "must name a file; standard output is for the description"
-                       : "";
-        });
-    command->add_flag("--json", options.json, "Describe in JSON");
-    command->add_flag("--as-sent", options.asSent, "Do not turn labels as the printer would");
-    command->add_option("--max-dots", options.maxDots, "Refuse labels with more dots")
-        ->type_name("N")
-        ->check(CLI::Range(std::uint64_t{1}, kelp_preview::kMostDots))
-        ->capture_default_str();
-    command->callback([shared, &status] { status = show(*shared); });
+    command->add_option("FILE", options->file, "The stream; standard input for - or without it");
+    addLabelOutputOptions(*command, "-o,--output", options->output);
+    command->callback([options, &status] { status = show(*options); });
 }

@@ -1,4 +1,4 @@
-#include "tools/kelp-preview/show/picture_name.h"
+#include "tools/kelp-preview/picture_name.h"
 
 #include <cstddef>
 

@@ -1,4 +1,4 @@
-// kelp-preview as a program.
+// kelp-preview show as a program.
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/preview/decoded.h"
+#include "tests/preview/preview_program.h"
 #include "tests/preview/read_png.h"
 #include "tests/support/files.h"
 #include "tests/support/run_process.h"
@@ -28,24 +29,8 @@ using kelp_test::ToFile;
 using kelp_test::write_file;
 using Rows = std::vector<std::string>;
 
-class Program : public testing::Test {
+class Program : public kelp_test::PreviewProgram {
   protected:
-    // In the temporary folder, with the bytes on standard input.
-    ProcessResult run(const std::vector<std::string>& arguments, const std::string& input = "") {
-        Command command = given(arguments);
-        command.input = FromBytes{input};
-        command.ignore_broken_pipe_signal = true;
-        return run_process(command);
-    }
-    Command given(const std::vector<std::string>& arguments) {
-        Command command;
-        command.program = KELP_PREVIEW;
-        command.arguments = arguments;
-        command.working_directory = dir.path();
-        return command;
-    }
-
-    TempDir dir;
     const std::string one = block(4, 2, "12340F,");  // 1234 and 0F00
     const Rows dots = {"...#..#...##.#..", "....####........"};
 };

@@ -1,0 +1,36 @@
+#include <png.h>
+
+#include <memory>
+#include <string>
+
+#include "tools/kelp-preview/sheet/picture_formats.h"
+
+namespace {
+
+unsigned char onWhite(unsigned level, unsigned alpha) {
+    return static_cast<unsigned char>((level * alpha + 255 * (255 - alpha) + 127) / 255);
+}
+
+}  // namespace
+
+GreyPicture pictureOfPng(std::string_view file, std::uint64_t maxPixels) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    const std::unique_ptr<png_image, decltype(&png_image_free)> release(&image, png_image_free);
+    if (png_image_begin_read_from_memory(&image, file.data(), file.size()) == 0) {
+        throw PictureError(std::string("a broken PNG: ") + image.message);
+    }
+    checkPictureSize(image.width, image.height, maxPixels);
+    image.format = PNG_FORMAT_RGBA;
+    std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
+    if (png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) == 0) {
+        throw PictureError(std::string("a broken PNG: ") + image.message);
+    }
+    GreyPicture picture{image.width, image.height, {}};
+    picture.pixels.reserve(pixels.size() / 4);
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
+        picture.pixels.push_back(
+            onWhite(luma(pixels[i], pixels[i + 1], pixels[i + 2]), pixels[i + 3]));
+    }
+    return picture;
+}

@@ -1,0 +1,76 @@
+#include "tools/kelp-preview/sheet/read_picture.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+
+#include "tools/kelp-preview/sheet/document_picture.h"
+#include "tools/kelp-preview/sheet/picture_formats.h"
+#include "tools/kelp-preview/sheet/scale.h"
+
+namespace {
+
+constexpr off_t kLargestFile = 1'000'000'000;
+
+/// Regular files only: others may never end.
+std::string wholeFile(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        throw std::system_error(errno, std::generic_category(), path);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw PictureError("not a regular file");
+    }
+    if (status.st_size > kLargestFile) {
+        throw PictureError("a file over 1 GB");
+    }
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        throw std::system_error(errno, std::generic_category(), path);
+    }
+    return content;
+}
+
+bool isDocument(std::string_view file) {
+    // A PDF may have a little in front of its first line.
+    return file.substr(0, 1024).find("%PDF-") != std::string_view::npos || file.starts_with("%!");
+}
+
+GreyPicture pictureOf(std::string_view file, std::uint64_t maxPixels) {
+    if (file.starts_with("\x89PNG")) {
+        return pictureOfPng(file, maxPixels);
+    }
+    if (file.starts_with("\xFF\xD8\xFF")) {
+        return pictureOfJpeg(file, maxPixels);
+    }
+    if (file.starts_with("P5") || file.starts_with("P2")) {
+        return pictureOfPgm(file, maxPixels);
+    }
+    throw PictureError("no PNG, JPEG, PGM, PDF or PostScript file");
+}
+
+}  // namespace
+
+GreyPicture readPicture(const PictureSource& source) {
+    const std::string file = wholeFile(source.path);
+    try {
+        if (isDocument(file)) {
+            return pictureOfDocument(source.path, source.page, source.fit.width, source.fit.height);
+        }
+        if (source.page != 1) {
+            throw PictureError("a picture has one page");
+        }
+        GreyPicture picture = pictureOf(file, source.maxPixels);
+        return source.pixelsAreDots
+                   ? picture
+                   : scaled(picture, fitted(picture.width, picture.height, source.fit));
+    } catch (const PictureError& error) {
+        throw PictureError(source.path + ": " + error.what());
+    }
+}

@@ -1,0 +1,11 @@
+#ifndef KELP_TOOLS_KELP_PREVIEW_SHEET_SCALE_H
+#define KELP_TOOLS_KELP_PREVIEW_SHEET_SCALE_H
+
+#include "tools/kelp-preview/sheet/grey_picture.h"
+#include "tools/kelp-preview/sheet/page_size.h"
+
+/// The picture in another size, smoothly. The same size gives the same pixels. Throws PictureError
+/// for sides over 32,767 pixels.
+GreyPicture scaled(const GreyPicture& picture, const PageSize& size);
+
+#endif
