@@ -3,9 +3,11 @@
 #include <filesystem>
 #include <memory>
 
+#include "tests/preview/listen/http.h"
 #include "tests/preview/listen/listen_test.h"
 #include "tests/preview/read_png.h"
 #include "tests/support/files.h"
+#include "tests/support/grey_pages.h"
 
 namespace kelp_test {
 namespace {
@@ -134,6 +136,36 @@ TEST_F(ListenJobs, ShowsWhatCameBeforeAConnectionBroke) {
     ASSERT_TRUE(wait_until([&] { return !listener().output().empty(); }));
     EXPECT_NE(listener().output()[0].find("1 label, 1 warning,"), std::string::npos);
     EXPECT_EQ(read_png(jobs() / "job-0001/label-1.png").rows, dots);
+}
+
+TEST_F(ListenJobs, RefusesAJobThatTheDiskHasNoRoomForAndGoesOn) {
+    start();
+    listener().limit_file_size(5000);
+    const Connection sender(listener().port());
+    sender.send(std::string(5001, 'x'));
+    sender.read_all();
+    EXPECT_TRUE(listener().says("kelp-preview: job from 127.0.0.1 refused: jobs: File too large"));
+    EXPECT_EQ(names_in(jobs()), Names{});
+    print(one);
+    EXPECT_EQ(read_png(jobs() / "job-0001/label-1.png").rows, dots);
+}
+
+TEST_F(ListenJobs, StoresAStreamWhosePictureHasNoRoom) {
+    start();
+    // 50 x 50 bytes of noise, printed ten times as large: the picture takes more than the stream
+    Random random(1);
+    std::string digits;
+    for (int i = 0; i < 5000; ++i) {
+        digits += "0123456789ABCDEF"[random.between(0, 15)];
+    }
+    const std::string stream = "^XX~DGR:N.GRF,2500,50,\n" + digits + "^XGR:N.GRF,10,10^XZ\n";
+    listener().limit_file_size(stream.size());
+    print(stream);
+    EXPECT_EQ(names_in(jobs() / "job-0001"), Names{"job.zpl"});
+    EXPECT_EQ(read_file(jobs() / "job-0001/job.zpl"), stream);
+    EXPECT_NE(listener().output().at(0).find(": 0 labels, 1 warning,"), std::string::npos);
+    EXPECT_NE(http_get(listener().web_port(), "/").body.find("File too large</li>"),
+              std::string::npos);
 }
 
 TEST_F(ListenJobs, NumbersGoOnWhereTheFolderStands) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -125,6 +126,13 @@ bool RunningListener::says(const std::string& text) const {
             return line.find(text) != std::string::npos;
         });
     });
+}
+
+void RunningListener::limit_file_size(std::size_t bytes) const {
+    const rlimit limit{bytes, bytes};
+    if (prlimit(process_, RLIMIT_FSIZE, &limit, nullptr) != 0) {
+        throw std::system_error(errno, std::generic_category(), "prlimit");
+    }
 }
 
 void RunningListener::send_signal(int signal) const {

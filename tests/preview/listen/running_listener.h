@@ -33,6 +33,9 @@ class RunningListener {
     // Whether a line of standard error with this text came within a generous limit.
     bool says(const std::string& text) const;
 
+    // From now on no file of it can grow beyond this, as on a full disk.
+    void limit_file_size(std::size_t bytes) const;
+
     void send_signal(int signal) const;
     // Waits for its end. Nothing when a signal killed it, or when it does not end.
     std::optional<int> exit_status();

@@ -144,8 +144,7 @@ figure { display: flex; flex-wrap: wrap; gap: 1.5rem; align-items: flex-start;
   margin: 1rem 0 0; padding-top: 1rem; border-top: 1px solid var(--line); }
 figure > a { max-width: min(100%, 30rem); line-height: 0; }
 figcaption { flex: 1 1 20rem; min-width: 0; }
-img { max-width: 100%; box-sizing: border-box; height: auto; background: #fff;
-  border: 1px solid var(--line); border-radius: .25rem; }
+img { max-width: 100%; height: auto; background: #fff; outline: 1px solid var(--line); }
 pre { margin: 0; white-space: pre-wrap; overflow-wrap: anywhere; font: .875rem/1.5 ui-monospace, monospace; }
 .notes { color: var(--note); font-weight: 600; }
 )css";
