@@ -164,7 +164,7 @@ TEST_F(ListenJobs, StoresAStreamWhosePictureHasNoRoom) {
     EXPECT_EQ(names_in(jobs() / "job-0001"), Names{"job.zpl"});
     EXPECT_EQ(read_file(jobs() / "job-0001/job.zpl"), stream);
     EXPECT_NE(listener().output().at(0).find(": 0 labels, 1 warning,"), std::string::npos);
-    EXPECT_NE(http_get(listener().web_port(), "/").body.find("File too large</li>"),
+    EXPECT_NE(http_get(listener().web_port(), "/").body.find("<li>label 1: File too large</li>"),
               std::string::npos);
 }
 

@@ -36,6 +36,9 @@ bool JobDrawing::drawNext() {
         return drawLabel();
     } catch (const std::bad_alloc&) {
         note("out of memory behind label " + std::to_string(job_.labels.size()));
+    } catch (const std::system_error& error) {
+        // without the name of a file that has another one soon
+        note("label " + std::to_string(job_.labels.size() + 1) + ": " + error.code().message());
     } catch (const std::exception& error) {
         note(error.what());
     }
