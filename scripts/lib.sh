@@ -4,14 +4,14 @@
 # What it takes to build; and besides to run scripts/demo, to package, and to run the tests.
 # shellcheck disable=SC2034
 build_packages=(cmake ninja-build g++ pkg-config libcups2-dev cups-ppdc libpng-dev libjpeg-dev
-    libcairo2-dev libcli11-dev nlohmann-json3-dev)
+    libcairo2-dev libcli11-dev libmicrohttpd-dev nlohmann-json3-dev)
 # shellcheck disable=SC2034
 demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034
 package_packages=(dpkg-dev file)
 # shellcheck disable=SC2034
-test_packages=(libgtest-dev libgmock-dev cups-client zbar-tools gettext "${demo_packages[@]}"
-    "${package_packages[@]}" lintian man-db mandoc groff-base systemd)
+test_packages=(libgtest-dev libgmock-dev chromium cups-client zbar-tools gettext
+    "${demo_packages[@]}" "${package_packages[@]}" lintian man-db mandoc groff-base systemd)
 
 # die MESSAGE...: prints the message to standard error and ends the script
 die() {

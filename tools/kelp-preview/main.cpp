@@ -11,6 +11,7 @@
 #include "filter/standard_streams.h"
 #include "filter/version.h"
 #include "tools/kelp-preview/diff/diff_command.h"
+#include "tools/kelp-preview/listen/listen_command.h"
 #include "tools/kelp-preview/print/print_command.h"
 #include "tools/kelp-preview/sheet/sheet_command.h"
 #include "tools/kelp-preview/show/show_command.h"
@@ -37,6 +38,7 @@ int run(int argc, char* argv[], int failed) {
     addSheet(app, status);
     addPrint(app, status);
     addDiff(app, status);
+    addListen(app, status);
     try {
         app.parse(argc, argv);
         return status;

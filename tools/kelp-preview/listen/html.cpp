@@ -1,0 +1,32 @@
+#include "tools/kelp-preview/listen/html.h"
+
+namespace kelp_listen {
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        switch (c) {
+            case '&':
+                result += "&amp;";
+                break;
+            case '<':
+                result += "&lt;";
+                break;
+            case '>':
+                result += "&gt;";
+                break;
+            case '"':
+                result += "&quot;";
+                break;
+            case '\'':
+                result += "&#39;";
+                break;
+            default:
+                result += c;
+        }
+    }
+    return result;
+}
+
+}  // namespace kelp_listen
