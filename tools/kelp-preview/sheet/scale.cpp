@@ -52,6 +52,10 @@ void paintScaled(const Surface& source, const GreyPicture& picture, const Surfac
     cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
     cairo_paint(context.get());
     cairo_surface_flush(target.get());
+    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
+        throw PictureError(std::string("not scaled: ") +
+                           cairo_status_to_string(cairo_status(context.get())));
+    }
 }
 
 }  // namespace
