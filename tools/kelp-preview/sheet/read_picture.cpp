@@ -69,8 +69,8 @@ GreyPicture fittedPicture(const GreyPicture& picture, const PictureSource& sourc
 }  // namespace
 
 GreyPicture readPicture(const PictureSource& source, const std::function<void()>& whileItWaits) {
-    const std::string file = wholeFile(source.path);
     try {
+        const std::string file = wholeFile(source.path);
         const PictureReader reader = readerOf(file);
         if (reader == nullptr && isDocument(file)) {
             return readDocument(source, whileItWaits);
