@@ -114,13 +114,12 @@ TEST_F(Document, NamesThatMeanSomethingElsewhereAreNames) {
 
 TEST_F(Document, CannotTouchFilesOrRunPrograms) {
     write_file(dir / "victim", "kept");
-    const std::string temporary = "(" + (dir / "evil-").string() + ") (w) .tempfile";
     for (const std::string& program :
          Arguments{"(evil) (w) file", "(./evil) (a) file", "(%pipe%touch evil) (w) file",
                    "(%pipe%touch evil) (r) file", "(victim) deletefile", "(victim) (w) file",
                    "(victim) (evil) renamefile", "(victim) run", "(victim) (r) file",
                    "<< /OutputFile (evil) >> setpagedevice",
-                   "<< /OutputFile (%pipe%touch evil) >> setpagedevice", temporary}) {
+                   "<< /OutputFile (%pipe%touch evil) >> setpagedevice"}) {
         SCOPED_TRACE(program);
         const std::string words = document_refusal(page(program + " " + bar));
         EXPECT_TRUE(words.starts_with(
@@ -129,6 +128,13 @@ TEST_F(Document, CannotTouchFilesOrRunPrograms) {
         EXPECT_EQ(names(), (std::vector<std::string>{"document", "victim"}));
     }
     EXPECT_EQ(kelp_test::read_file(dir / "victim"), "kept");
+}
+
+TEST_F(Document, LeavesNoTemporaryFile) {
+    // Allowed in the folder for them, in which the test's own folder lies.
+    write_file(dir / "a.ps", page("(" + (dir / "temporary-").string() + ") (w) .tempfile " + bar));
+    EXPECT_EQ(share("a.ps"), "23.81");
+    EXPECT_EQ(names(), (std::vector<std::string>{"a.ps", "out.png"}));
 }
 
 TEST_F(Document, CannotWriteToStandardOutputOrCommandTheTerminal) {
