@@ -73,6 +73,9 @@ void readBinary(std::string_view raster, std::uint32_t largest, std::size_t coun
 }  // namespace
 
 GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels) {
+    if (!file.starts_with("P5") && !file.starts_with("P2")) {
+        throw PictureError("a broken PGM: it does not begin as one");
+    }
     PgmReader reader(file);
     const std::uint32_t width = reader.number();
     const std::uint32_t height = reader.number();

@@ -96,11 +96,9 @@ int sheet(const SheetOptions& options) {
     Progress progress;
     progress.show("reading " + options.file);
     const PageSize size = parsePageSize(options.page).value();
-    const GreyPicture page = pageOf(readPicture({options.file,
-                                                 options.number,
-                                                 {size.width, size.height},
-                                                 options.pixelsAreDots,
-                                                 options.maxDots}));
+    const GreyPicture page = pageOf(
+        readPicture({options.file, options.number, size, options.pixelsAreDots, options.maxDots},
+                    [&] { progress.show("drawing " + options.file); }));
     const std::vector<Halftone> halftones = chosenHalftones(options);
     checkSheetSize(page, halftones.size(), options.maxDots);
 
