@@ -53,6 +53,21 @@ TEST(Stream, SettingsOutliveALabelAndCopiesDoNot) {
     EXPECT_EQ(decoded.warnings(), 0U);
 }
 
+TEST(Stream, TheCopiesOfABlockWithoutALabelAreNotThoseOfTheNext) {
+    const Decoded decoded = decode("^XA^PQ7^XZ^XA~DGA,2,2,5555^XGA^XZ");
+    ASSERT_EQ(decoded.labels.size(), 1U);
+    EXPECT_EQ(decoded.labels[0].copies, 1U);
+}
+
+TEST(Stream, CommandsMayBeInSmallLetters) {
+    const Decoded decoded = decode("^xa^pq3~dgA,2,2,5555^fo8,0^xgA^fs^xz");
+    ASSERT_EQ(decoded.labels.size(), 1U);
+    EXPECT_EQ(rows(*decoded.labels[0].dots), (Rows{"005555"}));
+    EXPECT_EQ(decoded.labels[0].copies, 3U);
+    EXPECT_EQ(decoded.warnings(), 0U);
+    EXPECT_TRUE(decoded.labels[0].findings.unknownCommands.empty());
+}
+
 TEST(Stream, ASettingIsUnsetUntilItIsSent) {
     const Settings setup = decode(block(2, 2, "1234")).labels.at(0).setup;
     EXPECT_EQ(setup.sizeLine, "");
