@@ -146,6 +146,28 @@ TEST(Stream, ABlockWithinABlockEndsTheLabelBefore) {
     EXPECT_EQ(decoded.warnings(), 1U);
 }
 
+TEST(Stream, AFieldEndsWithItsPlace) {
+    // the second one is at 0,0 again
+    const Decoded decoded = decode("~DGA,1,1,80^XA^FO8,1^XGA^FS^XGA^FS^XZ");
+    EXPECT_EQ(rows(*decoded.labels.at(0).dots), (Rows{"8000", "0080"}));
+}
+
+TEST(Stream, AnEndWithoutABlockGivesAWarning) {
+    const Decoded decoded = decode(block(2, 2, "1234") + "^XZ");
+    EXPECT_EQ(decoded.labels.size(), 1U);
+    ASSERT_EQ(decoded.rest.warnings.count(), 1U);
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].text, "^XZ without a block");
+}
+
+TEST(Stream, AGraphicsNameIsNotReadForEver) {
+    const Decoded decoded = decode("^XA~DG" + std::string(10000, 'A') + ",2,2,5555^XZ");
+    EXPECT_TRUE(decoded.labels.empty());
+    ASSERT_FALSE(decoded.rest.warnings.empty());
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].text,
+              "~DG without name, size and bytes per row, skipped");
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].offset, 3U);
+}
+
 TEST(Stream, ABlockWithoutAGraphicIsNoLabel) {
     EXPECT_TRUE(decode("^XA^PW399^XZ").labels.empty());
     EXPECT_TRUE(decode("").labels.empty());
