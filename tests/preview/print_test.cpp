@@ -153,6 +153,19 @@ TEST_F(Print, TellsInALineWhyADocumentIsNotPrinted) {
     EXPECT_NE(print("broken.pdf").error.find("damaged file"), std::string::npos);
 }
 
+TEST_F(Print, ShowsNothingOfAJobWhoseFilterFailsInTheMiddle) {
+    const fs::path filter = dir / "spooler/cups/filter/rastertokelp";
+    std::string script = read_file(filter);
+    const std::size_t exec = script.find(" exec ");
+    script.replace(exec, 6, " ");
+    write_file(filter, script + "echo 'ERROR:No more paper' >&2\nexit 1\n");
+    const ProcessResult result = print("square.ps", {"--output", "out.png"});
+    EXPECT_EQ(result.exit_status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.error, "kelp-preview: square.ps is not printed: ERROR:No more paper\n");
+    EXPECT_FALSE(fs::exists(dir / "out.png"));
+}
+
 TEST_F(Print, KeepsTheLogOfADocumentThatIsNotPrinted) {
     write_file(dir / "broken.pdf", "%PDF-1.4\nno more");
     EXPECT_EQ(print("broken.pdf", {"--log", "log"}).exit_status, 1);
