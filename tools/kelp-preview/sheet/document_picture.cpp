@@ -20,6 +20,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double kPointsPerInch = 72;
 constexpr std::uint64_t kHeaderBytes = 200;
+/// Enough for two metres a side at a dot a point: ghostscript comes to its end and tidies up.
+constexpr std::uint64_t kProbeBytes = 32'000'000;
 /// A page that is nearly as large as asked is drawn in its own size: lines keep their widths.
 constexpr double kNearlyOne = 0.01;
 
@@ -98,7 +100,7 @@ GreyPicture pictureOfDocument(const std::string& path, unsigned page, const Page
                               std::chrono::milliseconds patience) {
     const DocumentPage document(path, page, whileItRuns, patience);
     // Not ghostscript's own fitting: it turns pages.
-    const PageSize points = sizeOfPgm(document.draw(kPointsPerInch, kHeaderBytes));
+    const PageSize points = sizeOfPgm(document.draw(kPointsPerInch, kProbeBytes));
     const double dotsPerInch = kDotsPerInch * scaleToFit(points, size);
     // Points are whole, dots may be some more.
     const double pixels = (points.width + 1.0) * (points.height + 1.0) * dotsPerInch * dotsPerInch /
