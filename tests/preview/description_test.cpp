@@ -63,6 +63,12 @@ TEST(Description, TellsTheSameInJson) {
     EXPECT_EQ(json["black_dots"], 4);
     EXPECT_EQ(json["black_share"], 0.25);
     EXPECT_TRUE(json["picture"].is_null());
+
+    Description another = small();
+    another.label.copies = 3;
+    another.picture = "p.png";
+    EXPECT_EQ(asJson(another)["copies"], 3);
+    EXPECT_EQ(asJson(another)["picture"], "p.png");
 }
 
 TEST(Description, NamesEachKnownValueAndShowsOthersAsTheyAre) {

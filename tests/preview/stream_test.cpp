@@ -100,6 +100,13 @@ TEST(Stream, AnUnknownCommandOfStrangeBytesIsListedPrintably) {
     EXPECT_EQ(decoded.labels.at(0).findings.unknownCommands.kept().at(0).text, "^\\xFF\\x02");
 }
 
+TEST(Stream, ASettingOfStrangeBytesIsShownPrintably) {
+    const Settings setup =
+        decode("SIZE 5\x80\r\n^XA^MN\xFF\x1B\n" + block(2, 2, "1234").substr(3)).labels.at(0).setup;
+    EXPECT_EQ(setup.mediaSensing, "\\xFF\\x1B");
+    EXPECT_EQ(setup.sizeLine, "5\\x80");
+}
+
 TEST(Stream, ManyRemarksAreCountedAndTheFirstHundredKept) {
     std::string stream;
     for (int i = 0; i < 1000; ++i) {
