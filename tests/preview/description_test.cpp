@@ -67,8 +67,10 @@ TEST(Description, TellsTheSameInJson) {
     Description another = small();
     another.label.copies = 3;
     another.picture = "p.png";
+    another.label.findings.warnings.add(5, "odd");
     EXPECT_EQ(asJson(another)["copies"], 3);
     EXPECT_EQ(asJson(another)["picture"], "p.png");
+    EXPECT_EQ(asJson(another)["warnings"][0]["offset"], 5);
 }
 
 TEST(Description, NamesEachKnownValueAndShowsOthersAsTheyAre) {
