@@ -1,9 +1,12 @@
 #include "tests/barcodes/test_label.h"
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 
+#include "preview/stream_decoder.h"
+#include "tests/printing/print_document.h"
 #include "tests/support/files.h"
 #include "tests/support/run_process.h"
 #include "tests/support/temp_dir.h"
@@ -15,13 +18,22 @@ std::string label_file(const Model& model) {
     return std::string(KELP_TEST_LABEL_DIR) + "/test-label-" + model.name + ".ps";
 }
 
-std::string checked_output(const Command& command) {
-    const ProcessResult result = run_process(command);
-    if (result.exit_status != 0) {
-        throw std::runtime_error(command.program.string() + ": " + result.ending() + "\n" +
-                                 result.error);
+// A binary PGM, ink black: each dot is scale × scale pixels, around it all a white margin in
+// pixels.
+std::string pgm(const Label& label, unsigned scale, unsigned margin) {
+    const std::size_t width = std::size_t{label.width} * scale + 2 * std::size_t{margin};
+    const std::size_t height = std::size_t{label.height} * scale + 2 * std::size_t{margin};
+    std::string text = "P5\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n";
+    const std::size_t begin = text.size();
+    text.append(width * height, '\xFF');
+    for (unsigned y = 0; y < label.height * scale; ++y) {
+        for (unsigned x = 0; x < label.width * scale; ++x) {
+            if (label.dot(x / scale, y / scale)) {
+                text[begin + (std::size_t{y} + margin) * width + x + margin] = '\0';
+            }
+        }
     }
-    return result.output;
+    return text;
 }
 
 }  // namespace
@@ -56,46 +68,29 @@ std::vector<unsigned> place_on(const Model& model, const std::string& name) {
 }
 
 Label print_test_label(const Model& model, const std::string& halftone) {
-    const TempDir directory;
-    const std::string ppd = std::string(KELP_PPD_DIR) + "/kelp-" + model.name + ".ppd";
-    std::filesystem::create_directories(directory / "var/spool/cups/tmp");
-    std::filesystem::create_directories(directory / "tmp");
-
-    Command rasterise;
-    rasterise.program = KELP_CUPSFILTER;
-    rasterise.arguments = {"-p",
-                           ppd,
-                           "-m",
-                           "application/vnd.cups-raster",
-                           "-o",
-                           "PageSize=" + model.page_size,
-                           label_file(model)};
-    rasterise.environment = {{"PATH", "/usr/sbin:/usr/bin:/sbin:/bin"},
-                             {"TMPDIR", directory.path().string()},
-                             {"HOME", directory.path().string()},
-                             {"LC_ALL", "C"}};
-    rasterise.working_directory = directory.path();
-
-    Command fit;
-    fit.program = KELP_PAGE_FITTER;
-    fit.arguments = {"1", "user", "title", "1",
-                     "PageSize=" + model.page_size + " HalftoneType=" + halftone};
-    // The world library keeps the filter's snapshots in our directory.
-    fit.environment = {{"PPD", ppd},
-                       {"LD_PRELOAD", KELP_TEST_WORLD_LIBRARY},
-                       {"ASAN_OPTIONS", "verify_asan_link_order=0"},
-                       {"KELP_TEST_WORLD", directory.path().string()}};
-    fit.working_directory = directory.path();
-    Command print = fit;
-    print.program = KELP_FILTER;
-
-    fit.input = FromBytes{checked_output(rasterise)};
-    print.input = FromBytes{checked_output(fit)};
-    const std::vector<Label> labels = read_labels(checked_output(print));
-    if (labels.size() != 1) {
-        throw std::runtime_error(std::to_string(labels.size()) + " labels instead of one");
+    std::stringbuf stream(
+        print_document(label_file(model), model.name,
+                       "PageSize=" + model.page_size + " HalftoneType=" + halftone));
+    kelp_preview::StreamDecoder decoder(stream, {});
+    const std::optional<kelp_preview::Label> label = decoder.next();
+    if (!label || decoder.next()) {
+        throw std::runtime_error("not one label");
     }
-    return labels[0];
+    if (!label->findings.warnings.empty() || !label->findings.unknownCommands.empty() ||
+        !decoder.rest().warnings.empty() || !decoder.rest().unknownCommands.empty()) {
+        throw std::runtime_error("the stream has faults");
+    }
+    Label result;
+    // A page has a multiple of 4 dots; the command may be a dot short of it.
+    result.width = (static_cast<unsigned>(label->setup.width.value()) + 3) / 4 * 4;
+    result.height = static_cast<unsigned>(label->dots->height);
+    result.dots = *label->dots;
+    if (result.width > result.dots.width || result.width + 8 <= result.dots.width) {
+        throw std::runtime_error("rows of " + std::to_string(result.dots.rowBytes()) +
+                                 " bytes do not fit a label of " + std::to_string(result.width) +
+                                 " dots");
+    }
+    return result;
 }
 
 std::vector<std::string> barcodes_on(const Label& label) {

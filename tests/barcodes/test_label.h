@@ -3,9 +3,18 @@
 #include <string>
 #include <vector>
 
-#include "tests/tools/zpl_graphics.h"
+#include "preview/bitmap.h"
 
 namespace kelp_test {
+
+// One label as its printer lays it down: without the dots that only fill a row's last byte.
+struct Label {
+    unsigned width = 0;
+    unsigned height = 0;
+    kelp_preview::Bitmap dots;
+
+    bool dot(unsigned x, unsigned y) const { return dots.dot(x, y); }
+};
 
 // A printer model and its test label.
 struct Model {

@@ -41,4 +41,30 @@ TEST(PreviewBitmap, CountsItsDots) {
     EXPECT_EQ(bitmap.bytes, (std::vector<unsigned char>{0x80, 0, 0, 0x40}));
 }
 
+TEST(PreviewBitmap, LayingAddsEachDotAtItsPlaceForEveryOffset) {
+    std::mt19937 random(17);
+    for (std::uint64_t width = 1; width <= 20; ++width) {
+        Bitmap picture(width, 2);
+        for (std::uint64_t i = 0; i < width * 2; ++i) {
+            if (random() % 2 == 0) {
+                picture.setDot(i % width, i / width);
+            }
+        }
+        for (std::uint64_t left = 0; left <= 17; ++left) {
+            // As narrow as it may be, with a dot of its own.
+            Bitmap target(left + width, 4);
+            target.setDot(left, 1);
+            lay(picture, left, 1, target);
+            for (std::uint64_t y = 0; y < 4; ++y) {
+                for (std::uint64_t x = 0; x < target.width; ++x) {
+                    const bool within = x >= left && (y == 1 || y == 2);
+                    const bool own = x == left && y == 1;
+                    ASSERT_EQ(target.dot(x, y), own || (within && picture.dot(x - left, y - 1)))
+                        << width << " at " << left << ": " << x << " " << y;
+                }
+            }
+        }
+    }
+}
+
 }  // namespace

@@ -37,10 +37,13 @@ class Print : public kelp_test::PreviewProgram {
     }
 
     ProcessResult print(const std::string& file, const Arguments& more = {}) {
-        Arguments arguments{"print",        file,
-                            "--ppd",        KELP_PPD_DIR "/kelp-label-4inch.ppd",
-                            "--cups-files", (dir / "spooler/cups-files.conf").string(),
-                            "-o",           "PageSize=4x6in"};
+        Arguments arguments{"print",
+                            "--ppd",
+                            KELP_PPD_DIR "/kelp-label-4inch.ppd",
+                            "--cups-files",
+                            (dir / "spooler/cups-files.conf").string(),
+                            "-o",
+                            "PageSize=4x6in"};
         arguments.insert(arguments.end(), more.begin(), more.end());
         arguments.insert(arguments.end(), {"--", file});
         Command command = given(arguments);
@@ -118,6 +121,12 @@ TEST_F(Print, TakesAnyNameForAFile) {
     }
 }
 
+TEST_F(Print, TakesOneValueForEachOption) {
+    Command command = given({"print", "--ppd", KELP_PPD_DIR "/kelp-label-4inch.ppd", "-o",
+                             "PageSize=4x6in", "missing.ps", "--json"});
+    EXPECT_EQ(run_process(command).error, "kelp-preview: no regular file: missing.ps\n");
+}
+
 TEST_F(Print, TakesTheTypeThatItIsTold) {
     const ProcessResult text = print("square.ps", {"--type", "text/plain", "--log", "log"});
     EXPECT_EQ(text.exit_status, 0) << text.error;
@@ -142,6 +151,19 @@ TEST_F(Print, TellsInALineWhyADocumentIsNotPrinted) {
         EXPECT_FALSE(fs::exists(dir / "out.zpl"));
     }
     EXPECT_NE(print("broken.pdf").error.find("damaged file"), std::string::npos);
+}
+
+TEST_F(Print, ShowsNothingOfAJobWhoseFilterFailsInTheMiddle) {
+    const fs::path filter = dir / "spooler/cups/filter/rastertokelp";
+    std::string script = read_file(filter);
+    const std::size_t exec = script.find(" exec ");
+    script.replace(exec, 6, " ");
+    write_file(filter, script + "echo 'ERROR:No more paper' >&2\nexit 1\n");
+    const ProcessResult result = print("square.ps", {"--output", "out.png"});
+    EXPECT_EQ(result.exit_status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.error, "kelp-preview: square.ps is not printed: ERROR:No more paper\n");
+    EXPECT_FALSE(fs::exists(dir / "out.png"));
 }
 
 TEST_F(Print, KeepsTheLogOfADocumentThatIsNotPrinted) {

@@ -2,19 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 
 #include "printer/zpl_encoding.h"
-#include "printer/zpl_printer.h"
 #include "tests/preview/decoded.h"
+#include "tests/preview/printed_page.h"
 
 namespace {
 
 using kelp_preview::Bitmap;
 using kelp_test::decode;
 using kelp_test::Decoded;
+using kelp_test::printed;
 
 class Random {
   public:
@@ -43,29 +42,6 @@ Bitmap random_page(Random& random) {
         }
     }
     return page;
-}
-
-// The label that the driver sends for a page.
-std::string printed(const Bitmap& page) {
-    std::vector<unsigned char> dots;
-    for (std::uint64_t y = 0; y < page.height; ++y) {
-        for (std::uint64_t x = 0; x < page.width; ++x) {
-            dots.push_back(page.dot(x, y) ? 0xFF : 0);
-        }
-    }
-    char* text = nullptr;
-    std::size_t size = 0;
-    std::FILE* stream = open_memstream(&text, &size);
-    ZplPrinter printer;
-    printer.getOutputStreams() = {stream};
-    sPrinter = &printer;
-    LastSet = 0;
-    printer.doPrintImage(dots.data(), page.width, page.height, page.width);
-    sPrinter = nullptr;
-    std::fclose(stream);
-    std::string result(text, size);
-    std::free(text);
-    return result;
 }
 
 // The driver sends ':' for a row of nothing but black bytes below the first row: the printer, and

@@ -116,6 +116,20 @@ TEST_F(Program, RefusesLimitsThatAreNone) {
     EXPECT_EQ(run({"show", "--max-dots", "2147483648"}, one).exit_status, 0);
 }
 
+TEST_F(Program, TakesLabelsOf200MillionDotsAndNotMoreUnlessAsked) {
+    // 25,000,000 bytes; only one row is there
+    const auto graphic = [](const std::string& size) {
+        return "^XX~DGR:A.GRF," + size + ",1000,,^XGR:A.GRF^XZ";
+    };
+    EXPECT_EQ(run({"show"}, graphic("25000000")).exit_status, 2);
+    const ProcessResult over = run({"show"}, graphic("25001000"));
+    EXPECT_EQ(over.exit_status, 1);
+    EXPECT_EQ(over.error,
+              "kelp-preview: byte 3: a graphic of 25001000 bytes, 1000 a row, is over the limit of "
+              "200000000 dots\n");
+    EXPECT_EQ(run({"show", "--max-dots", "200008000"}, graphic("25001000")).exit_status, 2);
+}
+
 TEST_F(Program, TakesLittleMemoryForALargeLabelThatIsNotThere) {
     Command command = given({"show", "--max-dots", "2147483648"});
     std::string stream;
@@ -127,6 +141,12 @@ TEST_F(Program, TakesLittleMemoryForALargeLabelThatIsNotThere) {
     const ProcessResult result = run_process(command);
     EXPECT_EQ(result.exit_status, 2) << result.error;
     EXPECT_LT(result.peak_resident_kib, 200 * 1024);
+
+    // 256 MiB declared, a row sent
+    command.input = FromBytes{"^XX~DGR:A.GRF,268435456,4096,,^XGR:A.GRF^XZ"};
+    const ProcessResult one_row = run_process(command);
+    EXPECT_EQ(one_row.exit_status, 2) << one_row.error;
+    EXPECT_LT(one_row.peak_resident_kib, 200 * 1024);
 }
 
 TEST_F(Program, SaysThatThereIsNoLabel) {

@@ -53,6 +53,21 @@ TEST(Stream, SettingsOutliveALabelAndCopiesDoNot) {
     EXPECT_EQ(decoded.warnings(), 0U);
 }
 
+TEST(Stream, TheCopiesOfABlockWithoutALabelAreNotThoseOfTheNext) {
+    const Decoded decoded = decode("^XA^PQ7^XZ^XA~DGA,2,2,5555^XGA^XZ");
+    ASSERT_EQ(decoded.labels.size(), 1U);
+    EXPECT_EQ(decoded.labels[0].copies, 1U);
+}
+
+TEST(Stream, CommandsMayBeInSmallLetters) {
+    const Decoded decoded = decode("^xa^pq3~dgA,2,2,5555^fo8,0^xgA^fs^xz");
+    ASSERT_EQ(decoded.labels.size(), 1U);
+    EXPECT_EQ(rows(*decoded.labels[0].dots), (Rows{"005555"}));
+    EXPECT_EQ(decoded.labels[0].copies, 3U);
+    EXPECT_EQ(decoded.warnings(), 0U);
+    EXPECT_TRUE(decoded.labels[0].findings.unknownCommands.empty());
+}
+
 TEST(Stream, ASettingIsUnsetUntilItIsSent) {
     const Settings setup = decode(block(2, 2, "1234")).labels.at(0).setup;
     EXPECT_EQ(setup.sizeLine, "");
@@ -129,6 +144,28 @@ TEST(Stream, ABlockWithinABlockEndsTheLabelBefore) {
     EXPECT_EQ(rows(*decoded.labels[0].dots), (Rows{"1234"}));
     EXPECT_EQ(rows(*decoded.labels[1].dots), (Rows{"5678"}));
     EXPECT_EQ(decoded.warnings(), 1U);
+}
+
+TEST(Stream, AFieldEndsWithItsPlace) {
+    // the second one is at 0,0 again
+    const Decoded decoded = decode("~DGA,1,1,80^XA^FO8,1^XGA^FS^XGA^FS^XZ");
+    EXPECT_EQ(rows(*decoded.labels.at(0).dots), (Rows{"8000", "0080"}));
+}
+
+TEST(Stream, AnEndWithoutABlockGivesAWarning) {
+    const Decoded decoded = decode(block(2, 2, "1234") + "^XZ");
+    EXPECT_EQ(decoded.labels.size(), 1U);
+    ASSERT_EQ(decoded.rest.warnings.count(), 1U);
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].text, "^XZ without a block");
+}
+
+TEST(Stream, AGraphicsNameIsNotReadForEver) {
+    const Decoded decoded = decode("^XA~DG" + std::string(10000, 'A') + ",2,2,5555^XZ");
+    EXPECT_TRUE(decoded.labels.empty());
+    ASSERT_FALSE(decoded.rest.warnings.empty());
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].text,
+              "~DG without name, size and bytes per row, skipped");
+    EXPECT_EQ(decoded.rest.warnings.kept()[0].offset, 3U);
 }
 
 TEST(Stream, ABlockWithoutAGraphicIsNoLabel) {

@@ -1,7 +1,10 @@
 #include "tests/spooler/zpl_stream.h"
 
 #include <bit>
+#include <sstream>
 #include <stdexcept>
+
+#include "preview/graphic_decoder.h"
 
 namespace kelp_test {
 namespace {
@@ -12,7 +15,6 @@ class Reader {
 
     bool at_end() const { return position_ == bytes_.size(); }
     bool is_at(char c) const { return bytes_[position_] == c; }
-    char next() { return bytes_.at(position_++); }
 
     void expect(const std::string& text) {
         if (bytes_.compare(position_, text.size(), text) != 0) {
@@ -28,6 +30,11 @@ class Reader {
         const std::size_t start = position_;
         position_ = end + text.size();
         return bytes_.substr(start, position_ - start);
+    }
+    std::string up_to(const std::string& text) {
+        const std::string all = up_to_and_with(text);
+        position_ -= text.size();
+        return all.substr(0, all.size() - text.size());
     }
     unsigned number() {
         std::size_t length = 0;
@@ -45,40 +52,20 @@ class Reader {
     std::size_t position_ = 0;
 };
 
-std::string packed(const std::string& digits) {
-    std::string bytes;
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        bytes.push_back(static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16)));
+// The rows of a graphic, from the reader's place to the command behind it.
+std::vector<std::string> read_rows(Reader& reader, unsigned row_bytes, unsigned count) {
+    std::stringbuf data(reader.up_to("^"));
+    kelp_preview::ByteReader bytes(data);
+    kelp_preview::Remarks warnings;
+    const kelp_preview::Bitmap dots = decodeGraphic(bytes, row_bytes, count, warnings);
+    if (!warnings.empty()) {
+        reader.fail("no graphic before here (" + warnings.kept().front().text + ")");
     }
-    return bytes;
-}
-
-// One row of the compressed graphic: G to Y count 1 to 19, g to z count 20 to 400.
-std::string read_row(Reader& reader, std::size_t row_bytes, const std::string& before) {
-    const std::size_t length = 2 * row_bytes;
-    std::string digits;
-    std::size_t count = 0;
-    while (digits.size() < length) {
-        const char c = reader.next();
-        if (c >= 'g' && c <= 'z') {
-            count += 20 * static_cast<std::size_t>(c - 'f');
-        } else if (c >= 'G' && c <= 'Y') {
-            count += static_cast<std::size_t>(c - 'F');
-        } else if (c == ':' && digits.empty()) {
-            return before;
-        } else if (c == ',') {
-            digits.resize(length, '0');
-        } else if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'F')) {
-            digits.append(count == 0 ? 1 : count, c);
-            count = 0;
-        } else {
-            reader.fail("no graphic");
-        }
+    std::vector<std::string> rows;
+    for (unsigned y = 0; y < count; ++y) {
+        rows.emplace_back(reinterpret_cast<const char*>(dots.row(y)), row_bytes);
     }
-    if (digits.size() > length) {
-        reader.fail("a row too long");
-    }
-    return packed(digits);
+    return rows;
 }
 
 PrintedLabel read_label(Reader& reader) {
@@ -92,11 +79,10 @@ PrintedLabel read_label(Reader& reader) {
     reader.expect(",");
     label.row_bytes = reader.number();
     reader.expect(",\n");
-    std::string row;
-    for (unsigned y = 0; y < total / label.row_bytes; ++y) {
-        row = read_row(reader, label.row_bytes, row);
-        label.rows.push_back(row);
+    if (label.row_bytes == 0 || total % label.row_bytes != 0) {
+        reader.fail("no whole rows");
     }
+    label.rows = read_rows(reader, label.row_bytes, total / label.row_bytes);
     reader.expect("^FO0,0^XGR:CUPS.GRF,1,1^FS\n^XZ\r\n");
     return label;
 }

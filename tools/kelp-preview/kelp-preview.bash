@@ -17,22 +17,42 @@ _kelp_preview_listen() {
 }
 
 _kelp_preview() {
-    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} options
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "show listen --help --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "show sheet print diff listen --help --version" -- "$current")
         return
     fi
     case $previous in
-        --max-dots) return ;;
+        --brightness | --copies | --max-dots | --page-number | --type) return ;;
+        --halftone)
+            mapfile -t COMPREPLY < <(compgen -W "None FloydSteinberg Ordered Burkes Stucki
+                JarvisJudiceNinke Sierra StevensonArce Tattoo Tattoo_X8" -- "$current")
+            return
+            ;;
+        --page)
+            mapfile -t COMPREPLY < <(compgen -W "4x6in 100x150mm A4 A5 A6 Letter" -- "$current")
+            return
+            ;;
     esac
     if [[ ${COMP_WORDS[1]} == listen ]]; then
         _kelp_preview_listen "$current" "$previous"
         return
     fi
     if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "-o --output --json --as-sent --max-dots --help" -- \
-            "$current")
+        case ${COMP_WORDS[1]} in
+            show) options="-o --output --json --as-sent --max-dots" ;;
+            sheet)
+                options="-o --output --page --pixels-are-dots --page-number --halftone --brightness
+                    --mirror --negative --max-dots"
+                ;;
+            print)
+                options="--ppd -o --copies --output --stream --log --type --cups-files --json
+                    --as-sent --max-dots"
+                ;;
+            diff) options="-o --output --dots-only --max-dots" ;;
+        esac
+        mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$current")
     else
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")

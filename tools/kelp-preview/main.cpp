@@ -12,6 +12,7 @@
 #include "filter/version.h"
 #include "tools/kelp-preview/diff/diff_command.h"
 #include "tools/kelp-preview/listen/listen_command.h"
+#include "tools/kelp-preview/one_line.h"
 #include "tools/kelp-preview/print/print_command.h"
 #include "tools/kelp-preview/sheet/sheet_command.h"
 #include "tools/kelp-preview/show/show_command.h"
@@ -25,7 +26,7 @@ int failureStatus(int argc, char* argv[]) {
 }
 
 int reportFailure(const char* what, int status) {
-    std::fprintf(stderr, "kelp-preview: %s\n", what);
+    std::fprintf(stderr, "kelp-preview: %s\n", oneLine(what).c_str());
     return status;
 }
 

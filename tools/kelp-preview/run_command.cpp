@@ -11,10 +11,13 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t kErrorsKept = 16 * 1024 * 1024;
 constexpr int kPollMilliseconds = 200;
@@ -53,11 +56,14 @@ class Pipe {
 /// cupsfilter lies in a folder that is not on everybody's PATH.
 std::string programPath(const std::string& name) {
     const char* path = std::getenv("PATH");
-    const std::string folders = std::string(path == nullptr ? "" : path) + ":/usr/sbin:/sbin";
+    const std::string folders =
+        std::string(path == nullptr ? "/usr/bin:/bin" : path) + ":/usr/sbin:/sbin";
+    std::error_code none;
     for (std::size_t begin = 0; begin < folders.size();) {
         const std::size_t end = std::min(folders.find(':', begin), folders.size());
         const std::string candidate = folders.substr(begin, end - begin) + "/" + name;
-        if (end > begin && access(candidate.c_str(), X_OK) == 0) {
+        if (end > begin && fs::is_regular_file(candidate, none) &&
+            access(candidate.c_str(), X_OK) == 0) {
             return candidate;
         }
         begin = end + 1;
@@ -66,6 +72,7 @@ std::string programPath(const std::string& name) {
 }
 
 pid_t start(const std::vector<std::string>& arguments, const Pipe& output, const Pipe& errors) {
+    const std::string program = programPath(arguments[0]);
     std::vector<char*> pointers;
     for (const std::string& argument : arguments) {
         pointers.push_back(const_cast<char*>(argument.c_str()));
@@ -87,8 +94,8 @@ pid_t start(const std::vector<std::string>& arguments, const Pipe& output, const
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
 
     pid_t child = 0;
-    const int error = posix_spawn(&child, programPath(arguments[0]).c_str(), &actions, &attributes,
-                                  pointers.data(), environ);
+    const int error =
+        posix_spawn(&child, program.c_str(), &actions, &attributes, pointers.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
@@ -112,10 +119,14 @@ void collect(const Pipe& output, const Pipe& errors, std::uint64_t mostOutput,
     std::array<pollfd, 2> ends{pollfd{output.readEnd(), POLLIN, 0},
                                pollfd{errors.readEnd(), POLLIN, 0}};
     while (ends[0].fd >= 0 || ends[1].fd >= 0) {
-        if (poll(ends.data(), ends.size(), kPollMilliseconds) < 0 && errno != EINTR) {
+        const int ready = poll(ends.data(), ends.size(), kPollMilliseconds);
+        if (ready < 0 && errno != EINTR) {
             fail("poll", errno);
         }
         whileItRuns();
+        if (ready < 0) {
+            continue;  // the events are those of before
+        }
         if (ends[0].fd >= 0 && ends[0].revents != 0 && !readSome(ends[0].fd, result.output)) {
             ends[0].fd = -1;
         }
@@ -168,6 +179,9 @@ CommandResult runCommand(const std::vector<std::string>& arguments, std::uint64_
     if (result.output.size() >= mostOutput) {
         kill(child, SIGTERM);
     }
+    // Who still writes must not wait for a reader.
+    output.closeEnd(0);
+    errors.closeEnd(0);
     result.status = waitFor(child);
     result.lastError = lastLine(result.errors);
     return result;

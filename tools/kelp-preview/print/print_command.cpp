@@ -108,8 +108,7 @@ void addPrint(CLI::App& app, int& status) {
         ->check(CLI::ExistingFile);
     command->add_option("-o", job->options, "A job option as lp takes it; may be repeated")
         ->type_name("NAME=VALUE")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     command->add_option("--copies", job->copies, "Copies")
         ->type_name("N")
         ->check(CLI::Range(1U, 99'999'999U))

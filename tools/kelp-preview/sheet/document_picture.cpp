@@ -1,27 +1,110 @@
 #include "tools/kelp-preview/sheet/document_picture.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <limits>
-#include <vector>
+#include <sstream>
 
+#include "preview/description.h"
 #include "tools/kelp-preview/run_command.h"
 #include "tools/kelp-preview/sheet/picture_formats.h"
 
-GreyPicture pictureOfDocument(const std::string& path, unsigned page, std::uint32_t width,
-                              std::uint32_t height) {
-    // A name that begins with '-' or '@' or '%' must not mean something else.
-    const std::string file = std::filesystem::absolute(path).string();
-    const std::string size = std::to_string(width) + 'x' + std::to_string(height);
-    const std::string number = std::to_string(page);
-    const std::uint64_t pictureBytes = std::uint64_t{width} * height + 100;  // with its header
-    const CommandResult result =
-        runCommand({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pgmraw", "-r203",
-                    "-g" + size, "-dFIXEDMEDIA", "-dFitPage", "-dFirstPage=" + number,
-                    "-dLastPage=" + number, "-sstdout=%stderr", "-sOutputFile=-", "-f", file},
-                   pictureBytes);
-    if (result.output.size() < 2 || result.output[0] != 'P') {
-        throw PictureError("a document without a page " + number + " that ghostscript can draw" +
-                           (result.lastError.empty() ? "" : ": " + result.lastError));
+namespace {
+
+using kelp_preview::kDotsPerInch;
+using Clock = std::chrono::steady_clock;
+
+constexpr double kPointsPerInch = 72;
+constexpr std::uint64_t kHeaderBytes = 200;
+/// A page that is nearly as large as asked is drawn in its own size: lines keep their widths.
+constexpr double kNearlyOne = 0.01;
+
+/// The first line that tells of an error; else the last.
+std::string reason(const CommandResult& result) {
+    std::istringstream lines(result.errors);
+    for (std::string line; std::getline(lines, line);) {
+        if (const std::size_t begin = line.find("Error: "); begin != std::string::npos) {
+            return ": " + line.substr(begin);
+        }
     }
-    return pictureOfPgm(result.output, std::numeric_limits<std::uint64_t>::max());
+    return result.lastError.empty() ? "" : ": " + result.lastError;
+}
+
+/// A page as ghostscript draws it.
+class DocumentPage {
+  public:
+    DocumentPage(const std::string& path, unsigned page, const std::function<void()>& whileItRuns,
+                 std::chrono::milliseconds patience)
+        // Absolute: no name means something else.
+        : path_(std::filesystem::absolute(path).string()),
+          page_(std::to_string(page)),
+          whileItRuns_(whileItRuns),
+          deadline_(Clock::now() + patience) {}
+
+    /// A PGM file, or as much of it as asked for.
+    std::string draw(double dotsPerInch, std::uint64_t mostBytes) const {
+        char resolution[32];
+        std::snprintf(resolution, sizeof resolution, "-r%.6f", dotsPerInch);
+        const CommandResult result =
+            runCommand({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pgmraw",
+                        resolution, "-dFirstPage=" + page_, "-dLastPage=" + page_,
+                        "-sstdout=%stderr", "-sOutputFile=-", "-f", path_},
+                       mostBytes, [&] {
+                           whileItRuns_();
+                           if (Clock::now() >= deadline_) {
+                               throw PictureError("ghostscript does not come to the end of it");
+                           }
+                       });
+        if (result.output.size() < 2 || result.output[0] != 'P') {
+            throw PictureError("a document without a page " + page_ + " that ghostscript can draw" +
+                               reason(result));
+        }
+        return result.output;
+    }
+
+  private:
+    std::string path_;
+    std::string page_;
+    const std::function<void()>& whileItRuns_;
+    Clock::time_point deadline_;
+};
+
+double scaleToFit(const PageSize& points, const PageSize& size) {
+    const double scale = std::min(size.width * kPointsPerInch / (points.width * kDotsPerInch),
+                                  size.height * kPointsPerInch / (points.height * kDotsPerInch));
+    return std::abs(scale - 1) < kNearlyOne ? 1 : scale;
+}
+
+/// What of the picture lies within the size.
+GreyPicture cropped(const GreyPicture& picture, const PageSize& size) {
+    GreyPicture result{
+        std::min(picture.width, size.width), std::min(picture.height, size.height), {}};
+    for (std::size_t y = 0; y < result.height; ++y) {
+        const auto row = picture.pixels.begin() + static_cast<std::ptrdiff_t>(y * picture.width);
+        result.pixels.insert(result.pixels.end(), row,
+                             row + static_cast<std::ptrdiff_t>(result.width));
+    }
+    return result;
+}
+
+}  // namespace
+
+GreyPicture pictureOfDocument(const std::string& path, unsigned page, const PageSize& size,
+                              const std::function<void()>& whileItRuns,
+                              std::chrono::milliseconds patience) {
+    const DocumentPage document(path, page, whileItRuns, patience);
+    // Not ghostscript's own fitting: it turns pages.
+    const PageSize points = sizeOfPgm(document.draw(kPointsPerInch, kHeaderBytes));
+    const double dotsPerInch = kDotsPerInch * scaleToFit(points, size);
+    // Points are whole, dots may be some more.
+    const double pixels = (points.width + 1.0) * (points.height + 1.0) * dotsPerInch * dotsPerInch /
+                          (kPointsPerInch * kPointsPerInch);
+    const auto mostBytes = static_cast<std::uint64_t>(pixels) + kHeaderBytes;
+    return cropped(pictureOfPgm(document.draw(dotsPerInch, mostBytes),
+                                std::numeric_limits<std::uint64_t>::max()),
+                   size);
 }

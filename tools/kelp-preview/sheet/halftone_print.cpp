@@ -72,8 +72,8 @@ class Recording {
     std::FILE* file_;
 };
 
-std::string printPage(const GreyPicture& raster, const Halftone& halftone,
-                      const PrintOptions& options) {
+std::string printRaster(const GreyPicture& raster, const Halftone& halftone,
+                        const PrintOptions& options) {
     const SilentStandardError silent;
     const Recording recording;
     ZplPrinter printer;
@@ -101,16 +101,19 @@ std::string printPage(const GreyPicture& raster, const Halftone& halftone,
 
 }  // namespace
 
-kelp_preview::Bitmap printHalftone(const GreyPicture& page, const Halftone& halftone,
-                                   const PrintOptions& options) {
-    GreyPicture raster = page;
+std::string printStream(GreyPicture page, const Halftone& halftone, const PrintOptions& options) {
     if (!halftone.isStencil) {
         // Label printers take ink: 255 is black.
-        for (unsigned char& pixel : raster.pixels) {
+        for (unsigned char& pixel : page.pixels) {
             pixel = static_cast<unsigned char>(255 - pixel);
         }
     }
-    std::stringbuf stream(printPage(raster, halftone, options));
+    return printRaster(page, halftone, options);
+}
+
+kelp_preview::Bitmap printHalftone(const GreyPicture& page, const Halftone& halftone,
+                                   const PrintOptions& options) {
+    std::stringbuf stream(printStream(page, halftone, options));
     kelp_preview::StreamDecoder decoder(stream, {kelp_preview::kMostDots});
     kelp_preview::Bitmap dots = *decoder.next().value().dots;
     dots.width = page.width;  // the rest of the last byte is white

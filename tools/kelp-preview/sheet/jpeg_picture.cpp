@@ -81,7 +81,8 @@ bool readRow(Decoder& decoder, unsigned char* row) {
 unsigned char greyOfInks(const unsigned char* inks, bool inverted) {
     const auto light = [&](int i) -> unsigned { return inverted ? inks[i] : 255U - inks[i]; };
     const unsigned key = light(3);
-    return luma(light(0) * key / 255, light(1) * key / 255, light(2) * key / 255);
+    const auto seen = [&](int i) { return (light(i) * key + 127) / 255; };
+    return luma(seen(0), seen(1), seen(2));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 #include "tools/kelp-preview/sheet/picture_formats.h"
 
@@ -72,6 +73,9 @@ void readBinary(std::string_view raster, std::uint32_t largest, std::size_t coun
 }  // namespace
 
 GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels) {
+    if (!file.starts_with("P5") && !file.starts_with("P2")) {
+        throw PictureError("a broken PGM: it does not begin as one");
+    }
     PgmReader reader(file);
     const std::uint32_t width = reader.number();
     const std::uint32_t height = reader.number();
@@ -95,4 +99,12 @@ GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels) {
         }
     }
     return picture;
+}
+
+PageSize sizeOfPgm(std::string_view file) {
+    PgmReader reader(file);
+    const std::uint32_t width = reader.number();
+    const std::uint32_t height = reader.number();
+    checkPictureSize(width, height, std::numeric_limits<std::uint64_t>::max());
+    return {width, height};
 }

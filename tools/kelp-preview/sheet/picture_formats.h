@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tools/kelp-preview/sheet/grey_picture.h"
+#include "tools/kelp-preview/sheet/page_size.h"
 
 // The formats of pictures. Each takes a whole file and throws PictureError for one that is broken
 // or has more pixels than allowed, before it allocates them.
@@ -17,5 +18,8 @@ GreyPicture pictureOfJpeg(std::string_view file, std::uint64_t maxPixels);
 
 /// Binary or plain, up to 65535 levels; the first picture of several.
 GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels);
+
+/// What the beginning of such a file says.
+PageSize sizeOfPgm(std::string_view file);
 
 #endif

@@ -21,7 +21,12 @@ GreyPicture pictureOfPng(std::string_view file, std::uint64_t maxPixels) {
         throw PictureError(std::string("a broken PNG: ") + image.message);
     }
     checkPictureSize(image.width, image.height, maxPixels);
+    // What is not there is not made room for: a byte unpacks to 1032 at most, of 8 pixels each.
+    if (std::uint64_t{image.width} * image.height / (8 * 1032) > file.size()) {
+        throw PictureError("a broken PNG: it ends early");
+    }
     image.format = PNG_FORMAT_RGBA;
+    image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // 16 bits mean the same levels as 8
     std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
     if (png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) == 0) {
         throw PictureError(std::string("a broken PNG: ") + image.message);

@@ -37,39 +37,52 @@ std::string wholeFile(const std::string& path) {
     return content;
 }
 
+using PictureReader = GreyPicture (*)(std::string_view file, std::uint64_t maxPixels);
+
+/// Null for what is no picture.
+PictureReader readerOf(std::string_view file) {
+    if (file.starts_with("\x89PNG")) {
+        return pictureOfPng;
+    }
+    if (file.starts_with("\xFF\xD8\xFF")) {
+        return pictureOfJpeg;
+    }
+    return file.starts_with("P5") || file.starts_with("P2") ? pictureOfPgm : nullptr;
+}
+
 bool isDocument(std::string_view file) {
     // A PDF may have a little in front of its first line.
     return file.substr(0, 1024).find("%PDF-") != std::string_view::npos || file.starts_with("%!");
 }
 
-GreyPicture pictureOf(std::string_view file, std::uint64_t maxPixels) {
-    if (file.starts_with("\x89PNG")) {
-        return pictureOfPng(file, maxPixels);
-    }
-    if (file.starts_with("\xFF\xD8\xFF")) {
-        return pictureOfJpeg(file, maxPixels);
-    }
-    if (file.starts_with("P5") || file.starts_with("P2")) {
-        return pictureOfPgm(file, maxPixels);
-    }
-    throw PictureError("no PNG, JPEG, PGM, PDF or PostScript file");
+GreyPicture readDocument(const PictureSource& source, const std::function<void()>& whileItWaits) {
+    checkPictureSize(source.fit.width, source.fit.height, source.maxPixels);
+    return pictureOfDocument(source.path, source.page, source.fit, whileItWaits);
+}
+
+GreyPicture fittedPicture(const GreyPicture& picture, const PictureSource& source) {
+    const PageSize size = fitted(picture.width, picture.height, source.fit);
+    checkPictureSize(size.width, size.height, source.maxPixels);
+    return scaled(picture, size);
 }
 
 }  // namespace
 
-GreyPicture readPicture(const PictureSource& source) {
-    const std::string file = wholeFile(source.path);
+GreyPicture readPicture(const PictureSource& source, const std::function<void()>& whileItWaits) {
     try {
-        if (isDocument(file)) {
-            return pictureOfDocument(source.path, source.page, source.fit.width, source.fit.height);
+        const std::string file = wholeFile(source.path);
+        const PictureReader reader = readerOf(file);
+        if (reader == nullptr && isDocument(file)) {
+            return readDocument(source, whileItWaits);
+        }
+        if (reader == nullptr) {
+            throw PictureError("no PNG, JPEG, PGM, PDF or PostScript file");
         }
         if (source.page != 1) {
             throw PictureError("a picture has one page");
         }
-        GreyPicture picture = pictureOf(file, source.maxPixels);
-        return source.pixelsAreDots
-                   ? picture
-                   : scaled(picture, fitted(picture.width, picture.height, source.fit));
+        GreyPicture picture = reader(file, source.maxPixels);
+        return source.pixelsAreDots ? picture : fittedPicture(picture, source);
     } catch (const PictureError& error) {
         throw PictureError(source.path + ": " + error.what());
     }

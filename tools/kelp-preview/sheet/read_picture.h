@@ -2,6 +2,7 @@
 #define KELP_TOOLS_KELP_PREVIEW_SHEET_READ_PICTURE_H
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "tools/kelp-preview/sheet/grey_picture.h"
@@ -9,14 +10,15 @@
 
 struct PictureSource {
     std::string path;
-    unsigned page = 1;           ///< of a document
-    PageSize fit;                ///< that a picture is scaled to and a document drawn in
-    bool pixelsAreDots = false;  ///< a picture is taken as it is
-    std::uint64_t maxPixels = 0;
+    unsigned page = 1;            ///< of a document
+    PageSize fit;                 ///< that a picture is scaled to and a document drawn in
+    bool pixelsAreDots = false;   ///< a picture is taken as it is
+    std::uint64_t maxPixels = 0;  ///< of the picture, and of what it is scaled to or drawn in
 };
 
 /// Reads a PNG, JPEG, PGM, PDF or PostScript file, told by its first bytes, and brings it to the
 /// size. Throws PictureError, or std::system_error where the file cannot be read.
-GreyPicture readPicture(const PictureSource& source);
+/// @param whileItWaits is called several times a second while another program works
+GreyPicture readPicture(const PictureSource& source, const std::function<void()>& whileItWaits);
 
 #endif

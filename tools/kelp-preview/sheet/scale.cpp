@@ -8,7 +8,9 @@
 
 namespace {
 
-constexpr std::uint32_t kLongestSide = 32'767;  // the library's
+// The library's coordinates end at 32,767 and its filter looks beyond the edge by up to half a
+// side: what it cannot scale it leaves blank, without an error.
+constexpr std::uint32_t kLongestSide = 20'000;
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 
@@ -52,6 +54,10 @@ void paintScaled(const Surface& source, const GreyPicture& picture, const Surfac
     cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
     cairo_paint(context.get());
     cairo_surface_flush(target.get());
+    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
+        throw PictureError(std::string("not scaled: ") +
+                           cairo_status_to_string(cairo_status(context.get())));
+    }
 }
 
 }  // namespace
@@ -61,7 +67,7 @@ GreyPicture scaled(const GreyPicture& picture, const PageSize& size) {
         return picture;
     }
     if (std::max({picture.width, picture.height, size.width, size.height}) > kLongestSide) {
-        throw PictureError("a side over 32767 pixels cannot be scaled");
+        throw PictureError("a side over 20000 pixels cannot be scaled");
     }
     const Surface source = surfaceOf(picture);
     const Surface target = makeSurface(size.width, size.height);

@@ -5,7 +5,7 @@
 #include "tools/kelp-preview/sheet/page_size.h"
 
 /// The picture in another size, smoothly. The same size gives the same pixels. Throws PictureError
-/// for sides over 32,767 pixels.
+/// for sides over 20,000 pixels.
 GreyPicture scaled(const GreyPicture& picture, const PageSize& size);
 
 #endif

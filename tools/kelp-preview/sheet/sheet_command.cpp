@@ -96,11 +96,9 @@ int sheet(const SheetOptions& options) {
     Progress progress;
     progress.show("reading " + options.file);
     const PageSize size = parsePageSize(options.page).value();
-    const GreyPicture page = pageOf(readPicture({options.file,
-                                                 options.number,
-                                                 {size.width, size.height},
-                                                 options.pixelsAreDots,
-                                                 options.maxDots}));
+    const GreyPicture page = pageOf(
+        readPicture({options.file, options.number, size, options.pixelsAreDots, options.maxDots},
+                    [&] { progress.show("drawing " + options.file); }));
     const std::vector<Halftone> halftones = chosenHalftones(options);
     checkSheetSize(page, halftones.size(), options.maxDots);
 
@@ -166,8 +164,7 @@ void addSheet(CLI::App& app, int& status) {
     command->add_option("--halftone", options->halftones, "Show only this one; may be repeated")
         ->type_name("NAME")
         ->check(CLI::IsMember(halftoneNames()))
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     command
         ->add_option("--brightness", options->print.brightness,
                      "The job option Brightness: higher is darker, lighter with a stencil")
