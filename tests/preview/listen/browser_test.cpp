@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
+#include "preview/whole_file.h"
 #include "tests/preview/listen/browser.h"
 #include "tests/preview/listen/listen_test.h"
 #include "tests/preview/read_png.h"
 #include "tests/process/sandbox.h"
-#include "tests/support/files.h"
 #include "tests/support/grey_pages.h"
 
 namespace kelp_test {
@@ -92,7 +92,7 @@ TEST_F(ListenBrowser, ShowsALabelAndRenewsItselfForTheNext) {
     EXPECT_EQ(shot.substr(1, 3), "PNG");
     EXPECT_GT(shot.size(), 10'000U);
     std::filesystem::create_directories(KELP_ARTIFACTS);
-    write_file(std::filesystem::path(KELP_ARTIFACTS) / "preview-listen.png", shot);
+    kelp_preview::writeWholeFile(KELP_ARTIFACTS "/preview-listen.png", shot);
 }
 
 }  // namespace

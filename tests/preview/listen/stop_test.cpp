@@ -70,6 +70,18 @@ TEST_F(ListenStop, StoresWhatHasComeWhole) {
     EXPECT_EQ(listener().output().size(), 1U);
 }
 
+TEST_F(ListenStop, EndsWithOneWhenStandardOutputCannotBeWritten) {
+    start();
+    print("^FX1");
+    // of 60 and some bytes: there is room for one more job, and not for its line
+    listener().limit_file_size(100);
+    const Connection sender(listener().port());
+    sender.send("^FX2");
+    sender.end();
+    EXPECT_EQ(listener().exit_status(), 1);
+    EXPECT_EQ(listener().output().size(), 1U);
+}
+
 TEST_F(ListenStop, FreesItsPortsAtOnce) {
     start();
     const int port = listener().port();
