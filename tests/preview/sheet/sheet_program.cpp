@@ -51,6 +51,9 @@ SheetProgram::SheetProgram() {
     }
     setenv("HOME", home_.path().c_str(), 1);
     write_file(home_ / "leaks", __lsan_default_suppressions());
+    // For programs that a test starts by itself.
+    const std::string options = "print_suppressions=0:suppressions=" + (home_ / "leaks").string();
+    setenv("LSAN_OPTIONS", options.c_str(), 1);
 }
 
 Command SheetProgram::sheet_command(const Arguments& arguments) {
