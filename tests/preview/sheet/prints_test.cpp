@@ -186,12 +186,15 @@ TEST_P(OfOptions, AreThoseOfTheFilterForLargerPictures) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Prints, OfOptions,
-                         testing::Values(Options{0, false, false}, Options{35, false, false},
-                                         Options{-60, true, false}, Options{0, false, true},
-                                         Options{100, true, true}),
+                         // Small numbers: large ones leave little but white or black.
+                         testing::Values(Options{0, false, false}, Options{10, false, false},
+                                         Options{-10, true, false}, Options{0, true, false},
+                                         Options{0, false, true}, Options{10, true, true},
+                                         Options{100, false, false}),
                          [](const testing::TestParamInfo<Options>& of) {
                              const int brightness = of.param.brightness;
-                             return std::string(brightness > 0   ? "Darker"
+                             return std::string(brightness > 50  ? "Darkest"
+                                                : brightness > 0 ? "Darker"
                                                 : brightness < 0 ? "Lighter"
                                                                  : "Plain") +
                                     (of.param.mirror ? "Mirrored" : "") +
