@@ -55,12 +55,16 @@ class Document : public kelp_test::SheetProgram {
   protected:
     // Black dots of the only print, of 84 x 60: a bar has 20 x 60, 23.81 %.
     std::string share(const std::string& file, const Arguments& more = {}) {
-        Arguments arguments{"--page", "80x60", "--halftone", "None", "-o", "out.png"};
+        Arguments arguments{"--halftone", "None", "-o", "out.png"};
+        if (std::count(more.begin(), more.end(), "--page") == 0) {
+            arguments.insert(arguments.end(), {"--page", "80x60"});
+        }
         arguments.insert(arguments.end(), more.begin(), more.end());
         arguments.insert(arguments.end(), {"--", file});
         const kelp_test::ProcessResult result = sheet(arguments);
         EXPECT_EQ(result.exit_status, 0) << result.error;
         EXPECT_EQ(result.error, "");
+        output = result.output;
         const std::size_t sign = result.output.find(" %\n");
         return sign == std::string::npos ? result.output : result.output.substr(sign - 5, 5);
     }
@@ -70,6 +74,8 @@ class Document : public kelp_test::SheetProgram {
         arguments.insert(arguments.end(), more.begin(), more.end());
         return refusal(arguments);
     }
+    std::string output;  // of the last share()
+
     // Of the folder, hidden files too.
     std::vector<std::string> names() {
         std::vector<std::string> result;
@@ -84,6 +90,38 @@ class Document : public kelp_test::SheetProgram {
 TEST_F(Document, IsDrawnInTheSizeOfThePage) {
     write_file(dir / "a.ps", page(bar));
     EXPECT_EQ(share("a.ps"), "23.81");
+}
+
+TEST_F(Document, IsEnlargedOrReducedToFitThePage) {
+    write_file(dir / "a.ps", page(bar));
+    // A bar of 7 points at twice the size: 7 * 203 / 72 * 2 = 39.5, 40 dots of 164.
+    EXPECT_EQ(share("a.ps", {"--page", "160x200"}), "24.39");
+    EXPECT_TRUE(output.ends_with(", each print 164 x 120\n")) << output;
+    // At half the size 9.9, 10 dots of 44.
+    EXPECT_EQ(share("a.ps", {"--page", "100x30"}), "22.73");
+    EXPECT_TRUE(output.ends_with(", each print 44 x 30\n")) << output;
+}
+
+TEST_F(Document, NearlyAsLargeAsThePageIsDrawnInItsOwnSize) {
+    write_file(dir / "a.ps", page(bar));
+    share("a.ps", {"--page", "81x60.5"});
+    EXPECT_TRUE(output.ends_with(", each print 84 x 60\n")) << output;
+}
+
+TEST_F(Document, IsNeverTurned) {
+    // A page as wide as high with a bar at its left, which every row crosses.
+    write_file(dir / "a.ps",
+               "%!PS\n<< /PageSize [28.38 28.38] >> setpagedevice 0 0 7 29 rectfill showpage\n");
+    for (const char* size : {"80x80", "81x80", "80x81", "60x61", "61x60"}) {
+        SCOPED_TRACE(size);
+        share("a.ps", {"--page", size});
+        const std::vector<std::string> rows = kelp_test::read_png(dir / "out.png").rows;
+        // The print's last row lies above the frame and a margin of 24, behind the same at its
+        // left.
+        const std::string last = rows.at(rows.size() - 26).substr(25, 50);
+        EXPECT_EQ(last.substr(0, 14), std::string(14, '#'));
+        EXPECT_EQ(last.substr(21), std::string(29, '.'));
+    }
 }
 
 TEST_F(Document, OfPdfHasPages) {

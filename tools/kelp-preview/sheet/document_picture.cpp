@@ -18,10 +18,9 @@ namespace {
 using kelp_preview::kDotsPerInch;
 using Clock = std::chrono::steady_clock;
 
-constexpr double kPointsPerInch = 72;
 constexpr std::uint64_t kHeaderBytes = 200;
-/// Enough for two metres a side at a dot a point: ghostscript comes to its end and tidies up.
-constexpr std::uint64_t kProbeBytes = 32'000'000;
+/// Of a page in its own size: more than a square metre.
+constexpr std::uint64_t kLargestPage = 100'000'000;
 /// A page that is nearly as large as asked is drawn in its own size: lines keep their widths.
 constexpr double kNearlyOne = 0.01;
 
@@ -75,10 +74,16 @@ class DocumentPage {
     Clock::time_point deadline_;
 };
 
-double scaleToFit(const PageSize& points, const PageSize& size) {
-    const double scale = std::min(size.width * kPointsPerInch / (points.width * kDotsPerInch),
-                                  size.height * kPointsPerInch / (points.height * kDotsPerInch));
+double scaleToFit(const PageSize& page, const PageSize& size) {
+    const double scale = std::min(static_cast<double>(size.width) / page.width,
+                                  static_cast<double>(size.height) / page.height);
     return std::abs(scale - 1) < kNearlyOne ? 1 : scale;
+}
+
+std::uint64_t fileBytes(const PageSize& page, double scale) {
+    // Sides are rounded: one dot more.
+    return static_cast<std::uint64_t>((page.width * scale + 1) * (page.height * scale + 1)) +
+           kHeaderBytes;
 }
 
 /// What of the picture lies within the size.
@@ -100,13 +105,11 @@ GreyPicture pictureOfDocument(const std::string& path, unsigned page, const Page
                               std::chrono::milliseconds patience) {
     const DocumentPage document(path, page, whileItRuns, patience);
     // Not ghostscript's own fitting: it turns pages.
-    const PageSize points = sizeOfPgm(document.draw(kPointsPerInch, kProbeBytes));
-    const double dotsPerInch = kDotsPerInch * scaleToFit(points, size);
-    // Points are whole, dots may be some more.
-    const double pixels = (points.width + 1.0) * (points.height + 1.0) * dotsPerInch * dotsPerInch /
-                          (kPointsPerInch * kPointsPerInch);
-    const auto mostBytes = static_cast<std::uint64_t>(pixels) + kHeaderBytes;
-    return cropped(pictureOfPgm(document.draw(dotsPerInch, mostBytes),
-                                std::numeric_limits<std::uint64_t>::max()),
-                   size);
+    std::string file = document.draw(kDotsPerInch, kLargestPage);
+    const PageSize ownSize = sizeOfPgm(file);
+    const double scale = scaleToFit(ownSize, size);
+    if (scale != 1 || file.size() >= kLargestPage) {
+        file = document.draw(kDotsPerInch * scale, fileBytes(ownSize, scale));
+    }
+    return cropped(pictureOfPgm(file, std::numeric_limits<std::uint64_t>::max()), size);
 }
