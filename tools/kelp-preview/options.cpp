@@ -1,5 +1,7 @@
 #include "tools/kelp-preview/options.h"
 
+#include <CLI/CLI.hpp>
+
 #include "preview/stream_decoder.h"
 
 void addPictureOption(CLI::App& command, const std::string& names, std::string& picture,

@@ -1,9 +1,12 @@
 #ifndef KELP_TOOLS_KELP_PREVIEW_OPTIONS_H
 #define KELP_TOOLS_KELP_PREVIEW_OPTIONS_H
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 // Options that several subcommands have.
 

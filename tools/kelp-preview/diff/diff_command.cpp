@@ -1,5 +1,6 @@
 #include "tools/kelp-preview/diff/diff_command.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>

@@ -1,7 +1,9 @@
 #ifndef KELP_TOOLS_KELP_PREVIEW_DIFF_DIFF_COMMAND_H
 #define KELP_TOOLS_KELP_PREVIEW_DIFF_DIFF_COMMAND_H
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 /// Adds the subcommand that compares the labels of two streams as they print. When it runs it
 /// leaves its exit status in `status`, or throws what keeps it from running.

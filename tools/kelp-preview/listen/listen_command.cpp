@@ -1,5 +1,6 @@
 #include "tools/kelp-preview/listen/listen_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <limits>

@@ -1,5 +1,6 @@
 #include "tools/kelp-preview/print/print_command.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <filesystem>
 #include <memory>

@@ -1,7 +1,9 @@
 #ifndef KELP_TOOLS_KELP_PREVIEW_SHEET_SHEET_COMMAND_H
 #define KELP_TOOLS_KELP_PREVIEW_SHEET_SHEET_COMMAND_H
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 /// Adds the subcommand that shows a picture in every halftone. When it runs it leaves its exit
 /// status in `status`, or throws what keeps it from running.

@@ -1,5 +1,6 @@
 #include "tools/kelp-preview/show/show_command.h"
 
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 

@@ -1,5 +1,6 @@
 #include "tools/kelp-preview/show/show_labels.h"
 
+#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

@@ -1,13 +1,16 @@
 #ifndef KELP_TOOLS_KELP_PREVIEW_SHOW_SHOW_LABELS_H
 #define KELP_TOOLS_KELP_PREVIEW_SHOW_SHOW_LABELS_H
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <streambuf>
 #include <string>
 
 #include "preview/stream_decoder.h"
 #include "tools/kelp-preview/progress.h"
+
+namespace CLI {
+class App;
+}
 
 /// What is to become of the labels of a stream.
 struct LabelOutput {
