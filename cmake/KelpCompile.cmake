@@ -1,6 +1,7 @@
 # How every target of this project is compiled.
 #
 #   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers
+#   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 set(KELP_SANITIZE "" CACHE STRING "Sanitizers to compile and link with, as -fsanitize= takes them")
@@ -26,4 +27,10 @@ function(kelp_compile_options target)
       -fsanitize=${KELP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=${KELP_SANITIZE})
   endif()
+endfunction()
+
+# For files full of another library's templates that run once a process, such as those that declare
+# options.
+function(kelp_compile_quickly)
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O1;-g1")
 endfunction()
