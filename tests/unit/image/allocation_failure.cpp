@@ -8,10 +8,15 @@ namespace {
 
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 std::size_t refuseFrom = kNever;
+std::size_t grants = 0;
 std::size_t refusals = 0;
 
 bool isRefused(std::size_t bytes) {
     if (bytes < refuseFrom) {
+        return false;
+    }
+    if (grants > 0) {
+        --grants;
         return false;
     }
     ++refusals;
@@ -66,8 +71,9 @@ void operator delete[](void* block, std::size_t) noexcept {
 
 namespace kelp_test {
 
-AllocationFailure::AllocationFailure(std::size_t bytes) {
+AllocationFailure::AllocationFailure(std::size_t bytes, std::size_t granted) {
     refuseFrom = bytes;
+    grants = granted;
     refusals = 0;
 }
 

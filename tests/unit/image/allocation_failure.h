@@ -4,11 +4,11 @@
 
 namespace kelp_test {
 
-/// While it lives, malloc and calloc refuse every block of at least `bytes` bytes, and operator
-/// new too. It needs the linker's --wrap=malloc and --wrap=calloc.
+/// While it lives, malloc and calloc refuse every block of at least `bytes` bytes but the first
+/// `granted` ones, and operator new too. It needs the linker's --wrap=malloc and --wrap=calloc.
 class AllocationFailure {
   public:
-    explicit AllocationFailure(std::size_t bytes);
+    explicit AllocationFailure(std::size_t bytes, std::size_t granted = 0);
     ~AllocationFailure();
     AllocationFailure(const AllocationFailure&) = delete;
     AllocationFailure& operator=(const AllocationFailure&) = delete;
