@@ -1,17 +1,14 @@
 #include "printer/bmp.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <vector>
+
+// Written straight to the stream: without memory a page loses its snapshot, never its print.
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-void appendLittleEndian(Bytes& out, unsigned long value, int bytes) {
+void putLittleEndian(std::FILE* file, unsigned long value, int bytes) {
     for (int i = 0; i < bytes; ++i) {
-        out.push_back(static_cast<unsigned char>(value >> (8 * i) & 0xFF));
+        std::fputc(static_cast<int>(value >> (8 * i) & 0xFF), file);
     }
 }
 
@@ -21,47 +18,44 @@ unsigned long strideOf(unsigned long width, bool grey) {
     return (rowBytes + 3) / 4 * 4;
 }
 
-Bytes headers(unsigned long width, unsigned long height, bool grey) {
+void putHeaders(std::FILE* file, unsigned long width, unsigned long height, bool grey) {
     const unsigned long imageSize = strideOf(width, grey) * height;
     const unsigned long dataOffset = grey ? 1078 : 62;
     const unsigned long colours = grey ? 256 : 0;
-    Bytes out{'B', 'M'};
-    appendLittleEndian(out, dataOffset + imageSize, 4);
-    appendLittleEndian(out, 0, 4);
-    appendLittleEndian(out, dataOffset, 4);
+    std::fputs("BM", file);
+    putLittleEndian(file, dataOffset + imageSize, 4);
+    putLittleEndian(file, 0, 4);
+    putLittleEndian(file, dataOffset, 4);
 
-    appendLittleEndian(out, 40, 4);  // size of the information header
-    appendLittleEndian(out, width, 4);
-    appendLittleEndian(out, height, 4);
-    appendLittleEndian(out, 1, 2);  // planes
-    appendLittleEndian(out, grey ? 8 : 1, 2);
-    appendLittleEndian(out, 0, 4);  // no compression
-    appendLittleEndian(out, imageSize, 4);
-    appendLittleEndian(out, 0, 4);  // pixels per metre, across and down
-    appendLittleEndian(out, 0, 4);
-    appendLittleEndian(out, colours, 4);  // used
-    appendLittleEndian(out, colours, 4);  // important
-    return out;
+    putLittleEndian(file, 40, 4);  // size of the information header
+    putLittleEndian(file, width, 4);
+    putLittleEndian(file, height, 4);
+    putLittleEndian(file, 1, 2);  // planes
+    putLittleEndian(file, grey ? 8 : 1, 2);
+    putLittleEndian(file, 0, 4);  // no compression
+    putLittleEndian(file, imageSize, 4);
+    putLittleEndian(file, 0, 4);  // pixels per metre, across and down
+    putLittleEndian(file, 0, 4);
+    putLittleEndian(file, colours, 4);  // used
+    putLittleEndian(file, colours, 4);  // important
 }
 
-void appendPaletteEntry(Bytes& out, unsigned char grey) {
-    out.insert(out.end(), {grey, grey, grey, 0});
+void putPaletteEntry(std::FILE* file, unsigned long grey) {
+    putLittleEndian(file, grey * 0x010101, 4);
 }
 
-void write(std::FILE* file, const Bytes& bytes, std::size_t count) {
-    std::fwrite(bytes.data(), 1, count, file);
-}
-
-void packRow(const unsigned char* pixels, unsigned long count, Bytes& row) {
-    std::fill(row.begin(), row.end(), static_cast<unsigned char>(0));
-    for (unsigned long x = 0; x < count; ++x) {
-        if (pixels[x] == 0) {
-            row[x / 8] = static_cast<unsigned char>(row[x / 8] | (0x80U >> (x % 8)));
-        }
+/// The eight pixels from `first` on as one byte, filled up with ones behind the last; 0 where none
+/// is left.
+unsigned int packedByte(const unsigned char* pixels, unsigned long first, unsigned long count) {
+    if (first >= count) {
+        return 0;
     }
-    if (count % 8 != 0) {
-        row[count / 8] = static_cast<unsigned char>(row[count / 8] | (0xFFU >> (count % 8)));
+    const unsigned long bits = std::min(8UL, count - first);
+    unsigned int byte = 0xFFU >> bits;
+    for (unsigned long bit = 0; bit < bits; ++bit) {
+        byte |= pixels[first + bit] == 0 ? 0x80U >> bit : 0U;
     }
+    return byte;
 }
 
 }  // namespace
@@ -69,26 +63,24 @@ void packRow(const unsigned char* pixels, unsigned long count, Bytes& row) {
 void writeBmp(std::FILE* file, const unsigned char* data, unsigned long bytesPerLine,
               unsigned long height, unsigned long width, unsigned short bitsPerPixel) {
     const bool grey = bitsPerPixel == 8;
-    Bytes head = headers(width, height, grey);
+    putHeaders(file, width, height, grey);
     if (grey) {
-        for (int i = 0; i < 256; ++i) {
-            appendPaletteEntry(head, static_cast<unsigned char>(i));
+        for (unsigned long level = 0; level < 256; ++level) {
+            putPaletteEntry(file, level);
         }
-    } else if (bitsPerPixel == 1) {
-        appendPaletteEntry(head, 0);
-        appendPaletteEntry(head, 255);
-    }
-    write(file, head, head.size());
-
-    if (grey) {
         std::fwrite(data, 1, width * height, file);
         return;
     }
+    if (bitsPerPixel == 1) {
+        putPaletteEntry(file, 0);
+        putPaletteEntry(file, 255);
+    }
     // The pixels of a row are counted by bytesPerLine, its length in the file by width.
     const unsigned long stride = strideOf(width, grey);
-    Bytes row(std::max(stride, (bytesPerLine + 7) / 8));
     for (unsigned long y = height; y > 0; --y) {
-        packRow(data + (y - 1) * bytesPerLine, bytesPerLine, row);
-        write(file, row, stride);
+        const unsigned char* row = data + (y - 1) * bytesPerLine;
+        for (unsigned long i = 0; i < stride; ++i) {
+            std::fputc(static_cast<int>(packedByte(row, 8 * i, bytesPerLine)), file);
+        }
     }
 }

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-/// Writes an uncompressed BMP; errors are not looked at.
+/// Writes an uncompressed BMP; errors are not looked at. Allocates nothing.
 ///
 /// 8 bits per pixel: a grey ramp as palette, then width * height bytes of `data` in memory order.
 /// The header declares rows padded to 4 bytes and a bottom-up picture; neither is honoured, and

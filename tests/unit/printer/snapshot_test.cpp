@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 
 #include "tests/support/files.h"
 #include "tests/support/temp_dir.h"
+#include "tests/unit/image/allocation_failure.h"
 #include "tests/unit/printer/support/fixed_time.h"
 #include "tests/unit/printer/support/moved_files.h"
 #include "tests/unit/printer/support/recording_printer.h"
@@ -129,6 +131,18 @@ TEST_F(Snapshot, AFileThatCannotBeOpenedIsReportedAndStillCounted) {
     EXPECT_EQ(save(), "KelpPrinter::saveImage: unable to open the file " +
                           (directory / "missing/2026-3-5_9_7_2_21.bmp").string() + "\n");
     EXPECT_EQ(page_index, 22UL);
+}
+
+TEST_F(Snapshot, NeedsNoMemoryOfItsOwn) {
+    for (const auto depth : std::initializer_list<unsigned short>{8, 1}) {
+        use_template(std::to_string(depth));
+        {
+            const AllocationFailure none(1);
+            EXPECT_NO_THROW(printer.saveImage(pixels.data(), 4, 1, 4, depth));
+            EXPECT_EQ(none.refused(), 0U);
+        }
+        EXPECT_EQ(read_file(directory / std::to_string(depth)).size(), depth == 8 ? 1082U : 66U);
+    }
 }
 
 TEST_F(Snapshot, ALinkInItsPlaceIsNotFollowed) {
