@@ -11,6 +11,7 @@ class ZplPrinter : public KelpPrinter {
   public:
     /// Writes one whole label, its copies taken from the page header (1 without a header). `bits`
     /// is packed in place: height rows, at least one, of `width` bytes, any value but 0 a dot.
+    /// Throws std::bad_alloc before the first byte is written, or not at all.
     void doPrintImage(const unsigned char* bits, unsigned long bytesPerLine, unsigned long height,
                       unsigned long width) override;
 

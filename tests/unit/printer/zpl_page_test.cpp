@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <string>
 
 #include "printer/zpl_printer.h"
+#include "tests/unit/image/allocation_failure.h"
 #include "tests/unit/printer/support/memory_stream.h"
 #include "tests/unit/printer/support/recording_printer.h"
 #include "tests/unit/printer/support/stderr_capture.h"
@@ -161,6 +163,40 @@ TEST_F(ZplPage, IsReachedThroughTheBaseClass) {
     KelpPrinter& base = printer;
     log = stderr_of([&] { base.doPrintImage(page.data(), 16, 2, 16); });
     EXPECT_NE(stream.take().find("JFF0,"), std::string::npos);
+}
+
+// Rows of 320 dots, of which every other one prints: a character for each of their 80 digits.
+Bytes dotted_page() {
+    Bytes page(3 * 320);
+    for (std::size_t i = 0; i < page.size(); ++i) {
+        page[i] = static_cast<unsigned char>(i % 8 < 4 ? i % 2 : (i + 1) % 2);
+    }
+    return page;
+}
+
+TEST_F(ZplPage, IsNotBegunWithoutMemoryForItsRows) {
+    Bytes page = dotted_page();
+    stderr_of([&] {
+        const AllocationFailure none(1);
+        EXPECT_THROW(printer.doPrintImage(page.data(), 320, 3, 320), std::bad_alloc);
+    });
+    EXPECT_EQ(stream.take(), "");
+}
+
+TEST_F(ZplPage, NeedsNoOtherMemory) {
+    Bytes page = dotted_page();
+    const std::string expected = label(dotted_page(), 3, 320);
+    ZplPrinter other;
+    other.getOutputStreams() = {stream.file()};
+    other.setPageHeader(&header);
+    sPrinter = &other;
+    LastSet = 0;
+    stderr_of([&] {
+        const AllocationFailure all_but_one(1, 1);
+        other.doPrintImage(page.data(), 320, 3, 320);
+        EXPECT_EQ(all_but_one.refused(), 0U);
+    });
+    EXPECT_EQ(stream.take(), expected);
 }
 
 }  // namespace
