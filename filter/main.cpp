@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
@@ -68,6 +69,18 @@ class PublishedPrinter {
     PublishedPrinter& operator=(const PublishedPrinter&) = delete;
 };
 
+using OwnedRaster = std::unique_ptr<cups_raster_t, CloseRaster>;
+
+/// Null for what is no raster stream. Throws std::bad_alloc: libcups gives null then as well.
+OwnedRaster openRaster(int descriptor) {
+    errno = 0;
+    OwnedRaster raster(cupsRasterOpen(descriptor, CUPS_RASTER_READ));
+    if (!raster && errno == ENOMEM) {
+        throw std::bad_alloc();
+    }
+    return raster;
+}
+
 /// A recording that cannot be opened is left out; the job goes on without it.
 OwnedFile startRecording(const char* path, KelpPrinter& printer) {
     OwnedFile recording = openOutputFile(path, "w");
@@ -106,8 +119,7 @@ int runJob(const char* options, const Input& input) {
     for (int i = 0; i < kPreambleLineFeeds; ++i) {
         printer->printByte('\n');
     }
-    const std::unique_ptr<cups_raster_t, CloseRaster> raster(
-        cupsRasterOpen(input.descriptor(), CUPS_RASTER_READ));
+    const OwnedRaster raster = openRaster(input.descriptor());
     return printPages(raster.get(), settings, *printer);
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "fitter/fit_error.h"
@@ -17,8 +18,12 @@ constexpr std::size_t kBufferSize = 65536;
 }  // namespace
 
 RasterInput::RasterInput(int descriptor) : descriptor_(descriptor), buffer_(kBufferSize) {
+    errno = 0;
     raster_.reset(cupsRasterOpenIO(deliver, this, CUPS_RASTER_READ));
     checkReading();
+    if (!raster_ && errno == ENOMEM) {
+        throw std::bad_alloc();
+    }
     // Nothing at all is a job without pages: whoever should have sent them says why there are none.
     // Anything else that is no raster would vanish without a word, so it is an error.
     if (!raster_ && end_ > 0) {

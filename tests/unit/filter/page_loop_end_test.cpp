@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,16 @@ TEST_F(PageLoopEnd, AStreamThatCouldNotBeOpenedHasNoPages) {
     EXPECT_EQ(print(""), 0);
     EXPECT_EQ(print("This is no raster stream, though it is long enough to be one."), 0);
     EXPECT_EQ(text, "");
+}
+
+TEST_F(PageLoopEnd, AStreamThatLibcupsHasNoMemoryForIsNoEndOfTheJob) {
+    const std::string two_pages = raster_stream({example_page(), example_page()});
+    for (const auto what : {ReaderWithoutMemory::For::header, ReaderWithoutMemory::For::pixels}) {
+        for (const int page : {0, 1}) {
+            const ReaderWithoutMemory failure(page, what);
+            EXPECT_THROW(print(two_pages), std::bad_alloc);
+        }
+    }
 }
 
 TEST_F(PageLoopEnd, AOneBitPageFailsAfterThePagesBeforeIt) {

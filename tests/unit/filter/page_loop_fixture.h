@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "filter/page_loop.h"
@@ -38,10 +39,10 @@ class PageLoop : public testing::Test {
         EXPECT_EQ(write(file.get(), stream.data(), stream.size()),
                   static_cast<ssize_t>(stream.size()));
         lseek(file.get(), 0, SEEK_SET);
-        cups_raster_t* const raster = cupsRasterOpen(file.get(), CUPS_RASTER_READ);
+        const std::unique_ptr<cups_raster_t, decltype(&cupsRasterClose)> raster(
+            cupsRasterOpen(file.get(), CUPS_RASTER_READ), cupsRasterClose);
         int status = -1;
-        log = stderr_of([&] { status = printPages(raster, settings, printer); });
-        cupsRasterClose(raster);
+        log = stderr_of([&] { status = printPages(raster.get(), settings, printer); });
         text = output.take();
         return status;
     }

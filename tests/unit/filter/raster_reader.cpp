@@ -1,6 +1,7 @@
 #include "tests/unit/filter/raster_reader.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
 #include <vector>
 
@@ -8,6 +9,18 @@ namespace {
 
 kelp_test::ChangedHeader::Change change_header = nullptr;
 std::optional<unsigned> pixels_of_a_page;
+// Reads until one fails; never where negative.
+int headers_granted = -1;
+int pixels_granted = -1;
+
+bool is_refused(int& granted) {
+    if (granted != 0) {
+        --granted;
+        return false;
+    }
+    errno = ENOMEM;
+    return true;
+}
 
 }  // namespace
 
@@ -20,6 +33,9 @@ unsigned __real_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixel
 unsigned __wrap_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixels, unsigned count);
 
 unsigned __wrap_cupsRasterReadHeader2(cups_raster_t* raster, cups_page_header2_t* header) {
+    if (is_refused(headers_granted)) {
+        return 0;
+    }
     const unsigned read = __real_cupsRasterReadHeader2(raster, header);
     if (read != 0 && change_header != nullptr) {
         change_header(*header);
@@ -28,6 +44,9 @@ unsigned __wrap_cupsRasterReadHeader2(cups_raster_t* raster, cups_page_header2_t
 }
 
 unsigned __wrap_cupsRasterReadPixels(cups_raster_t* raster, unsigned char* pixels, unsigned count) {
+    if (is_refused(pixels_granted)) {
+        return 0;
+    }
     if (!pixels_of_a_page) {
         return __real_cupsRasterReadPixels(raster, pixels, count);
     }
@@ -55,6 +74,15 @@ ShortPages::ShortPages(unsigned pixels) {
 
 ShortPages::~ShortPages() {
     pixels_of_a_page.reset();
+}
+
+ReaderWithoutMemory::ReaderWithoutMemory(int page, For what) {
+    (what == For::header ? headers_granted : pixels_granted) = page;
+}
+
+ReaderWithoutMemory::~ReaderWithoutMemory() {
+    headers_granted = -1;
+    pixels_granted = -1;
 }
 
 }  // namespace kelp_test

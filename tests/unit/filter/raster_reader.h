@@ -28,4 +28,16 @@ class ShortPages {
     ShortPages& operator=(const ShortPages&) = delete;
 };
 
+// libcups has no memory for what it reads from page `page` on (the first is 0), while it lives: for
+// its header or for its pixels.
+class ReaderWithoutMemory {
+  public:
+    enum class For { header, pixels };
+
+    ReaderWithoutMemory(int page, For what);
+    ~ReaderWithoutMemory();
+    ReaderWithoutMemory(const ReaderWithoutMemory&) = delete;
+    ReaderWithoutMemory& operator=(const ReaderWithoutMemory&) = delete;
+};
+
 }  // namespace kelp_test
