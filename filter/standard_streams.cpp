@@ -15,7 +15,9 @@ void secureStandardStreams() {
         if (fcntl(descriptor, F_GETFD) == -1) {
             // The lowest free descriptor is this one. The wrong way round, so that its use fails
             // as that of a closed one does.
-            static_cast<void>(open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+            if (open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY) != descriptor) {
+                std::_Exit(EXIT_FAILURE);  // no log can be told where it would go
+            }
         }
     }
     std::signal(SIGPIPE, SIG_IGN);

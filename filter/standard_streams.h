@@ -3,8 +3,9 @@
 
 /// Makes standard input, output and error safe to use: a descriptor that is closed at the start is
 /// filled with one that can be neither read nor written as it should, so that no file opened later
-/// takes its place; a reader that goes away makes writing fail instead of ending the process; and
-/// each line of standard error is written at once.
+/// takes its place, or, where that is not to be had, the process ends with status 1; a reader that
+/// goes away makes writing fail instead of ending the process; and each line of standard error is
+/// written at once.
 void secureStandardStreams();
 
 /// Flushes standard output at the end of a job.

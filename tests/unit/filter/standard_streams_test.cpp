@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -21,6 +22,11 @@ void end(int status) {
 
 bool is_open(int descriptor) {
     return fcntl(descriptor, F_GETFD) != -1;
+}
+
+void forbid_descriptors() {
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_NOFILE, &none);
 }
 
 TEST(StandardStreams, ClosedDescriptorsAreFilled) {
@@ -44,6 +50,19 @@ TEST(StandardStreams, AFileOpenedLaterDoesNotBecomeAStandardStream) {
                 end(open("/dev/null", O_RDONLY) > 2 ? 0 : 1);
             },
             testing::ExitedWithCode(0), "");
+    }
+}
+
+TEST(StandardStreams, WhatCannotBeFilledEndsTheProcess) {
+    for (const int closed : {0, 1, 2}) {
+        EXPECT_EXIT(
+            {
+                close(closed);
+                forbid_descriptors();
+                secureStandardStreams();
+                end(0);
+            },
+            testing::ExitedWithCode(1), "");
     }
 }
 
