@@ -46,9 +46,19 @@ int run(int argc, char* argv[], int failed) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kStatusDone : failed;
     } catch (const std::bad_alloc&) {
-        return reportFailure("out of memory", failed);
+        throw;
     } catch (const std::exception& error) {
         return reportFailure(error.what(), failed);
+    }
+}
+
+/// Memory may run out while the options are declared and while another failure is reported too.
+int runWithinMemory(int argc, char* argv[], int failed) {
+    try {
+        return run(argc, argv, failed);
+    } catch (const std::bad_alloc&) {
+        std::fputs("kelp-preview: out of memory\n", stderr);
+        return failed;
     }
 }
 
@@ -58,10 +68,11 @@ int main(int argc, char* argv[]) {
     secureStandardStreams();
     std::signal(SIGXFSZ, SIG_IGN);  // a picture over the limit fails and is removed
     const int failed = failureStatus(argc, argv);
-    const int status = run(argc, argv, failed);
+    const int status = runWithinMemory(argc, argv, failed);
     std::cout.flush();
     if (!std::cout || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        return reportFailure("unable to write to standard output", failed);
+        std::fputs("kelp-preview: unable to write to standard output\n", stderr);
+        return failed;
     }
     return status;
 }
