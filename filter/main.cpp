@@ -12,7 +12,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <initializer_list>
 #include <memory>
 #include <new>
 
@@ -92,13 +91,12 @@ OwnedFile startRecording(const char* path, KelpPrinter& printer) {
 }
 
 bool isPageSizeKnown(const Settings& settings) {
-    for (const float size : {settings.pageWidth, settings.pageHeight}) {
-        if (static_cast<double>(size) <= kSmallestPage) {
-            std::fprintf(stderr, "ERROR: Paper size must not less than 1.0 : (%f, %f)\n",
-                         static_cast<double>(settings.pageWidth),
-                         static_cast<double>(settings.pageHeight));
-            return false;
-        }
+    const auto width = static_cast<double>(settings.pageWidth);
+    const auto height = static_cast<double>(settings.pageHeight);
+    if (width <= kSmallestPage || height <= kSmallestPage) {
+        std::fprintf(stderr, "ERROR: Paper size must not less than 1.0 : (%f, %f)\n", width,
+                     height);
+        return false;
     }
     return true;
 }

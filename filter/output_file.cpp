@@ -10,7 +10,7 @@
 namespace {
 
 bool isPlainFile(int descriptor) {
-    struct stat status;
+    struct stat status {};
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
 }
 
