@@ -86,6 +86,7 @@ void setDirection(const char* origin, int /*mirror*/) {
 }
 
 void setSpeedAndDensity(const char* printSpeed, int darkness) {
+    // NOLINTNEXTLINE(cert-err34-c): a text that is no number is not above 0
     if (!contains(printSpeed, "Normal") && std::atof(printSpeed) > 1e-15) {
         sPrinter->printFormat("^PR%s\r\n", printSpeed);
     }

@@ -20,6 +20,7 @@ const char* kelpPpdGetChoiceAsStrDefault(ppd_file_t* ppd, const char* option,
 
 int kelpPpdGetChoiceAsIntDefault(ppd_file_t* ppd, const char* option, int defaultValue) {
     const ppd_choice_t* choice = kelpPpdGetChoice(ppd, option);
+    // NOLINTNEXTLINE(cert-err34-c): any text is taken, as atoi does
     return choice != nullptr ? std::atoi(choice->choice) : defaultValue;
 }
 
@@ -35,6 +36,7 @@ std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, b
     if (is("false") || is("no")) {
         return 0;
     }
+    // NOLINTNEXTLINE(cert-err34-c): any text is taken, as atoi does
     return static_cast<std::int8_t>(std::atoi(choice->choice));
 }
 
@@ -47,5 +49,6 @@ const char* kelpPpdGetAttrAsStrDefault(ppd_file_t* ppd, const char* name, const 
 double kelpPpdGetAttrAsFloatDefault(ppd_file_t* ppd, const char* name, const char* spec,
                                     double defaultValue) {
     const char* value = kelpPpdGetAttrAsStrDefault(ppd, name, spec, nullptr);
+    // NOLINTNEXTLINE(cert-err34-c): any text is taken, as atof does
     return value != nullptr ? std::atof(value) : defaultValue;
 }

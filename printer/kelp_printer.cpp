@@ -20,6 +20,7 @@ KelpPrinter& KelpPrinter::setContrast(int percent) {
 }
 
 KelpPrinter& KelpPrinter::setPrintSpeed(const char* text) {
+    // NOLINTNEXTLINE(cert-err34-c): a text that is no number is the lowest speed
     printSpeed_ = std::clamp(std::atoi(text), 1, 15);
     return *this;
 }

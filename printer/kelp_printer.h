@@ -135,7 +135,9 @@ class KelpPrinter {
     const CxImage* processedImage() const { return pimage_; }
 
   protected:
-    std::int32_t resolution_ = 300;  ///< dots per inch, for the border; nothing sets it
+    /// Dots per inch, for the border; nothing sets it.
+    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): each printer knows its own
+    std::int32_t resolution_ = 300;
 
   private:
     void saveOrigin(const unsigned char* pixels, unsigned long bytesPerLine, unsigned long height,
