@@ -14,6 +14,7 @@ class RasterInput {
     /// Reads the stream's first bytes. Throws FitError when they cannot be read or are no raster.
     /// @param descriptor stays the caller's
     explicit RasterInput(int descriptor);
+    ~RasterInput() = default;
     RasterInput(const RasterInput&) = delete;
     RasterInput& operator=(const RasterInput&) = delete;
 

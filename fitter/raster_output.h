@@ -12,6 +12,7 @@
 class RasterOutput {
   public:
     explicit RasterOutput(int descriptor);
+    ~RasterOutput() = default;
     RasterOutput(const RasterOutput&) = delete;
     RasterOutput& operator=(const RasterOutput&) = delete;
 
