@@ -99,11 +99,11 @@ Answer WebSite::found(const Request& request) const {
                 return content("text/html; charset=utf-8", jobPage(*job));
             }
             if (path == streamPath(*job)) {
-                Answer answer = fileOf(*job, kStreamName, "application/octet-stream", request);
-                answer.headers.emplace_back(
+                Answer stream = fileOf(*job, kStreamName, "application/octet-stream", request);
+                stream.headers.emplace_back(
                     "Content-Disposition",
                     "attachment; filename=\"job-" + std::to_string(job->number) + ".zpl\"");
-                return answer;
+                return stream;
             }
             if (const ShownLabel* label = labelAt(*job, path); label != nullptr) {
                 return fileOf(*job, label->picture, "image/png", request);
