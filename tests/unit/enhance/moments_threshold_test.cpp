@@ -97,6 +97,16 @@ TEST(MomentsThreshold, IsZeroWhereTheShareIsNegative) {
     EXPECT_EQ(thresh_global_moments(page({{224, 1}, {225, 1}})), 0);
 }
 
+TEST(MomentsThreshold, SquaresInSinglePrecision) {
+    // 3 and three of 160: m1 120.75, m2 19202.25, m3 3072006.75, cd 4621.6875. m2 * m2 rounds to
+    // 368726400 and m1 * m3 to 370944800, so c0 is 479.99783; m2 * m1 = 2318671.6875 rounds to
+    // 2318671.75 (quarters are the unit), so c1 is -162.99998. Its square 26568.99503 rounds to
+    // 26568.99414: disc 24649.00195, whose root is nearest to 157; z0 2.99999, z1 160 and p0 is
+    // 39.25 / 157 = 0.25, which the sum at 3 only reaches. The square itself would make disc
+    // 24649.00391, the root 157.00002 and p0 0.24999997, which the sum at 3 passes.
+    EXPECT_EQ(thresh_global_moments(page({{3, 1}, {160, 3}})), 160);
+}
+
 TEST(MomentsThreshold, CountsPixelsAndNotTheirPlaces) {
     EXPECT_EQ(thresh_global_moments(grey({{200, 0}, {100, 100}})), 100);
     EXPECT_EQ(thresh_global_moments(grey({{100}, {0}, {200}, {100}})), 100);

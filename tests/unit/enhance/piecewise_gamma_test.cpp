@@ -28,6 +28,14 @@ TEST(PiecewiseGamma, MapsTheEndsAndTheKneeOntoThemselves) {
     }
 }
 
+TEST(PiecewiseGamma, GivesTheKneeToTheUpperPiece) {
+    // Where the upper exponent is 0 its piece is 0 to the 0, which is 1: 191 + 64. Where it is
+    // below 0, 0 to it is -1: -191 + 64 = -127, whose low byte is 129. The lower piece would be 64.
+    EXPECT_EQ(piecewiseGammaTable(64, 1.0F, 0.0F)[64], 255);
+    EXPECT_EQ(piecewiseGammaTable(64, 1.0F, -1.0F)[64], 129);
+    EXPECT_EQ(piecewiseGammaTable(64, 1.0F, 0.0F)[63], 63);
+}
+
 TEST(PiecewiseGamma, FollowsEitherPowerLaw) {
     struct Curve {
         int knee;
