@@ -97,6 +97,15 @@ TEST(MomentsThreshold, IsZeroWhereTheShareIsNegative) {
     EXPECT_EQ(thresh_global_moments(page({{224, 1}, {225, 1}})), 0);
 }
 
+TEST(MomentsThreshold, IsSolvedWhereRoundingMakesTheVarianceNegative) {
+    // 239 and 143 of 240: m1 rounds to 239.99307, m2 to 57596.671875, m3 to 13822805. m1 * m1 =
+    // 57596.67485 rounds to 57596.67578 (256ths are the unit), so cd is -1 / 256. m2 * m2 rounds to
+    // 3317376512 and m1 * m3 to 3317377536, so c0 is 1024 / cd = -262144; m2 * m1 rounds to
+    // 13822802, so c1 is -3 / cd = 768. disc is 589824 + 1048576 = 1280 * 1280, z0 -1024, z1 256,
+    // p0 16.00693 / 1280 = 0.0125, above the sum 0.0069 at 239.
+    EXPECT_EQ(thresh_global_moments(page({{239, 1}, {240, 143}})), 240);
+}
+
 TEST(MomentsThreshold, SquaresInSinglePrecision) {
     // 3 and three of 160: m1 120.75, m2 19202.25, m3 3072006.75, cd 4621.6875. m2 * m2 rounds to
     // 368726400 and m1 * m3 to 370944800, so c0 is 479.99783; m2 * m1 = 2318671.6875 rounds to
