@@ -110,6 +110,10 @@ TEST(TQImage, ThrowsForANegativeSize) {
     const unsigned char source[4] = {};
     EXPECT_THROW(TQImage(-1, 5, TQ_IMG_GRAY), std::bad_alloc);
     EXPECT_THROW(TQImage(5, -1, TQ_IMG_BGR, source), std::bad_alloc);
+    // also where the product hides it
+    EXPECT_THROW(TQImage(-1, 0, TQ_IMG_GRAY), std::bad_alloc);
+    EXPECT_THROW(TQImage(0, -1, TQ_IMG_GRAY), std::bad_alloc);
+    EXPECT_THROW(TQImage(-1, -1, TQ_IMG_GRAY), std::bad_alloc);
 }
 
 TEST(TQImageCopy, IsDeep) {
