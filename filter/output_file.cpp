@@ -9,9 +9,13 @@
 
 namespace {
 
-bool isPlainFile(int descriptor) {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
+bool isPlainFile(int descriptor, const char* path) {
+    struct stat opened {};
+    struct stat named {};
+    // That it has one name is not enough: it may be the one that is left of two, and not this.
+    return fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode) && opened.st_nlink == 1 &&
+           lstat(path, &named) == 0 && named.st_nlink == 1 && named.st_dev == opened.st_dev &&
+           named.st_ino == opened.st_ino;
 }
 
 }  // namespace
@@ -24,7 +28,7 @@ OwnedFile openOutputFile(const char* path, const char* mode) {
     if (descriptor < 0) {
         return nullptr;
     }
-    if (!isPlainFile(descriptor)) {
+    if (!isPlainFile(descriptor, path)) {
         close(descriptor);
         errno = EINVAL;
         return nullptr;

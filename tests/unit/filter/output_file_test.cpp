@@ -8,16 +8,45 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/temp_dir.h"
 
+namespace {
+
+// What someone else does between the opening of a file and the look at it.
+std::function<void()> before_fstat;
+
+}  // namespace
+
+extern "C" {
+int __real_fstat(int descriptor, struct stat* status);
+int __wrap_fstat(int descriptor, struct stat* status);
+
+int __wrap_fstat(int descriptor, struct stat* status) {
+    if (before_fstat) {
+        before_fstat();
+    }
+    return __real_fstat(descriptor, status);
+}
+}
+
 namespace kelp_test {
 namespace {
 
 namespace fs = std::filesystem;
+
+class BeforeFstat {
+  public:
+    explicit BeforeFstat(std::function<void()> action) { before_fstat = std::move(action); }
+    ~BeforeFstat() { before_fstat = nullptr; }
+    BeforeFstat(const BeforeFstat&) = delete;
+    BeforeFstat& operator=(const BeforeFstat&) = delete;
+};
 
 constexpr const char* modes[] = {"w", "w+", "wb+"};
 
@@ -153,6 +182,27 @@ TEST_P(OutputFile, IsReadableToWhereThereIsAPlus) {
     const int access = fcntl(fileno(file.get()), F_GETFL) & O_ACCMODE;
     const bool plus = std::string(GetParam()).find('+') != std::string::npos;
     EXPECT_EQ(access, plus ? O_RDWR : O_WRONLY);
+}
+
+TEST_P(OutputFile, AHardLinkThatGoesAsItIsOpenedIsNotWrittenThrough) {
+    write_file(directory / "precious", "not to be touched");
+    fs::create_hard_link(directory / "precious", path);
+    {
+        // The file has one name then, as one of the filter's own has.
+        const BeforeFstat removal([this] { fs::remove(path); });
+        expect_refused(path);
+    }
+    EXPECT_EQ(read_file(directory / "precious"), "not to be touched");
+}
+
+TEST_P(OutputFile, AFileThatIsReplacedAsItIsOpenedIsNotWritten) {
+    write_file(path, "old");
+    write_file(directory / "other", "new");
+    {
+        const BeforeFstat swap([this] { fs::rename(directory / "other", path); });
+        expect_refused(path);
+    }
+    EXPECT_EQ(read_file(path), "new");
 }
 
 }  // namespace
