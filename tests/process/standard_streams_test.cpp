@@ -168,6 +168,59 @@ INSTANTIATE_TEST_SUITE_P(Input, ClosedDescriptor, testing::Bool(),
                              return of.param ? "File" : "Pipe";
                          });
 
+// Every file of the sandbox by its path.
+Files tree(const std::filesystem::path& folder) {
+    Files files;
+    for (const auto& file : std::filesystem::recursive_directory_iterator(folder)) {
+        if (file.is_regular_file()) {
+            files[file.path().lexically_relative(folder)] = read_file(file.path());
+        }
+    }
+    return files;
+}
+
+// The job leaves the very files that it leaves with all descriptors open.
+void expect_files_of_an_open_job(const Job& job, bool input, bool output, bool error) {
+    const Sandbox sandbox;
+    const Sandbox open_sandbox;
+    const JobResult good = open_sandbox.run(job);
+    Command command = sandbox.command(job);
+    if (!input) {
+        command.input = Closed{};
+    }
+    if (!output) {
+        command.output = Closed{};
+    }
+    if (!error) {
+        command.error = Closed{};
+    }
+    const JobResult result = sandbox.run(command);
+    EXPECT_EQ(result.exit_status, output ? 0 : 1);
+    EXPECT_EQ(result.output, output ? good.output : "");
+    // The one folder that both the programs and the tests write into.
+    const auto root = [](const Sandbox& of) { return of.extras().parent_path(); };
+    EXPECT_EQ(tree(root(sandbox)), tree(root(open_sandbox)));
+}
+
+TEST(ClosedDescriptors, InEveryCombinationAreTakenByNoFile) {
+    for (const bool input : {false, true}) {
+        for (const bool output : {false, true}) {
+            for (const bool error : {false, true}) {
+                SCOPED_TRACE(testing::Message() << input << output << error);
+                Job job = recording_job({tiny_page(), tiny_page()});
+                job.by_file = true;
+                expect_files_of_an_open_job(job, input, output, error);
+                // Without a file, closed input is a job without pages.
+                job.by_file = false;
+                if (!input) {
+                    job.raster.clear();
+                }
+                expect_files_of_an_open_job(job, input, output, error);
+            }
+        }
+    }
+}
+
 TEST(ClosedInput, IsNotMissedWhenThereIsAFile) {
     const Sandbox sandbox;
     Job job = recording_job({tiny_page(), tiny_page()});
