@@ -48,7 +48,7 @@ void bayerRow(const std::uint8_t* grey, std::size_t width, std::size_t y, std::u
 
 std::array<std::uint8_t, 16> bayerMatrix() {
     constexpr unsigned order = 4;
-    std::array<std::uint8_t, 16> matrix;
+    std::array<std::uint8_t, 16> matrix{};
     for (unsigned i = 0; i < matrix.size(); ++i) {
         // The bits of the two coordinates, interleaved from the lowest up, are the value's bits
         // from the highest down. Bits past the eighth fall off.

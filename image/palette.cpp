@@ -10,6 +10,7 @@ tagRGBQUAD* CxImage::GetPalette() const {
     return reinterpret_cast<tagRGBQUAD*>(dib_.get() + sizeof(BITMAPINFOHEADER));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the palette
 void CxImage::SetPalette(const tagRGBQUAD* palette, std::uint32_t ncolors) {
     tagRGBQUAD* own = GetPalette();
     if (palette != nullptr && own != nullptr) {
@@ -22,6 +23,7 @@ tagRGBQUAD CxImage::GetPaletteColor(std::uint8_t idx) const {
     return palette != nullptr && idx < GetNumColors() ? palette[idx] : tagRGBQUAD{};
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the palette
 void CxImage::SetPaletteColor(std::uint8_t idx, std::uint8_t r, std::uint8_t g, std::uint8_t b,
                               std::uint8_t alpha) {
     tagRGBQUAD* palette = GetPalette();
@@ -30,6 +32,7 @@ void CxImage::SetPaletteColor(std::uint8_t idx, std::uint8_t r, std::uint8_t g, 
     }
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the palette
 void CxImage::SetGrayPalette() {
     tagRGBQUAD* palette = GetPalette();
     if (palette == nullptr) {

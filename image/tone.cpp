@@ -12,8 +12,8 @@ bool CxImage::Light(int brightness, int contrast) {
     }
     // Widened so that no argument overflows; single precision decides the table.
     const float slope = static_cast<float>(std::int64_t{contrast} + 100) / 100.0F;
-    const float offset = static_cast<float>(std::int64_t{brightness} + 128);
-    std::array<std::uint8_t, 256> table;
+    const auto offset = static_cast<float>(std::int64_t{brightness} + 128);
+    std::array<std::uint8_t, 256> table{};
     for (int i = 0; i < 256; ++i) {
         const float tone = static_cast<float>(i - 128) * slope + offset + 0.5F;
         table[static_cast<std::size_t>(i)] =

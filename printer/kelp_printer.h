@@ -147,7 +147,7 @@ class KelpPrinter {
     CxImage cximage_;
     CxImage tattooImage_;
     CxImage* pimage_ = nullptr;
-    char snapshotTemplate_[1024];
+    char snapshotTemplate_[1024] = {};
     std::list<std::FILE*> outputStreams_;
     const cups_page_header2_t* pageHdr_ = nullptr;
     std::uint32_t maxMediaWidth_ = 0;
