@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kErrorsKept = 16 * 1024 * 1024;
+constexpr std::size_t kErrorsKept = std::size_t{16} * 1024 * 1024;
 constexpr int kPollMilliseconds = 200;
 
 [[noreturn]] void fail(const std::string& what, int error) {
@@ -61,7 +61,7 @@ std::string programPath(const std::string& name) {
     std::error_code none;
     for (std::size_t begin = 0; begin < folders.size();) {
         const std::size_t end = std::min(folders.find(':', begin), folders.size());
-        const std::string candidate = folders.substr(begin, end - begin) + "/" + name;
+        std::string candidate = folders.substr(begin, end - begin) + "/" + name;
         if (end > begin && fs::is_regular_file(candidate, none) &&
             access(candidate.c_str(), X_OK) == 0) {
             return candidate;
@@ -74,6 +74,7 @@ std::string programPath(const std::string& name) {
 pid_t start(const std::vector<std::string>& arguments, const Pipe& output, const Pipe& errors) {
     const std::string program = programPath(arguments[0]);
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {
         pointers.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -106,6 +107,7 @@ pid_t start(const std::vector<std::string>& arguments, const Pipe& output, const
 
 /// Reads what there is; false at the end.
 bool readSome(int descriptor, std::string& text) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is used of it is read first
     std::array<char, 1 << 16> buffer;
     const ssize_t count = read(descriptor, buffer.data(), buffer.size());
     if (count > 0) {
