@@ -1,10 +1,12 @@
 # How every target of this project is compiled.
 #
-#   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers
+#   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers,
+#                                  counters
 #   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 set(KELP_SANITIZE "" CACHE STRING "Sanitizers to compile and link with, as -fsanitize= takes them")
+option(KELP_COVERAGE "Count which lines of the product run" OFF)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
@@ -21,6 +23,13 @@ function(kelp_compile_options target)
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   if(KELP_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(KELP_COVERAGE)
+    string(FIND "${CMAKE_CURRENT_SOURCE_DIR}/" "${PROJECT_SOURCE_DIR}/tests/" in_tests)
+    if(NOT in_tests EQUAL 0)
+      target_compile_options(${target} PRIVATE --coverage -O0)
+    endif()
+    target_link_options(${target} PUBLIC --coverage)
   endif()
   if(KELP_SANITIZE)
     target_compile_options(${target} PRIVATE
