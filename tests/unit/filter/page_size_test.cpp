@@ -31,6 +31,19 @@ TEST_F(PageSize, IsComputedInDoublePrecision) {
     EXPECT_TRUE(job.logged("settings->pageHeight:297.057587"));
 }
 
+TEST_F(PageSize, IsThePaperWithItsMargins) {
+    std::string description = bare_ppd().text();
+    const std::string area = "*ImageableArea w288h432: \"0 0 288 432\"";
+    description.replace(description.find(area), area.size(),
+                        "*ImageableArea w288h432: \"9 18 280 400\"");
+    job.use_text(description);
+    const Settings& settings = job.read("");
+    EXPECT_EQ(settings.pageWidth, 101.6064F);
+    EXPECT_EQ(settings.pageHeight, 152.4096F);
+    EXPECT_TRUE(job.logged(
+        "Custom Size: (288.000000,432.000000,9.000000,18.000000,280.000000,400.000000)"));
+}
+
 TEST_F(PageSize, FollowsTheJobsChoice) {
     job.use(bare_ppd().page_size("w144h72", "144", "72"));
     const Settings& settings = job.read("PageSize=w144h72");

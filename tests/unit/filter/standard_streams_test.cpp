@@ -121,6 +121,25 @@ TEST(StandardStreams, AReaderThatGoesAwayMakesWritingFail) {
         testing::ExitedWithCode(0), "");
 }
 
+TEST(StandardStreams, ALineOfStandardErrorIsWrittenWholeAndAtOnce) {
+    EXPECT_EXIT(
+        {
+            int ends[2];
+            if (pipe2(ends, O_NONBLOCK) != 0) {
+                end(9);
+            }
+            dup2(ends[1], 2);
+            secureStandardStreams();
+            char line[16];
+            std::fputs("half", stderr);
+            const bool held_back = read(ends[0], line, sizeof line) == -1 && errno == EAGAIN;
+            std::fputs(" a line\n", stderr);
+            const bool sent = read(ends[0], line, sizeof line) == 12;
+            end((held_back ? 0 : 1) + (sent ? 0 : 2));
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 // Standard output becomes the file of this name.
 void redirect_output(const char* path) {
     std::fflush(stdout);
