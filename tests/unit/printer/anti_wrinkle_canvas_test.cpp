@@ -40,6 +40,7 @@ TEST(AntiWrinkleCanvas, SideBarsAreTheLevelInMillimetres) {
     EXPECT_EQ(canvas(300, 2, "A4").lineV, 24U);
     EXPECT_EQ(canvas(300, 3, "A4").lineV, 35U) << "354 + 5 = 359, cut";
     EXPECT_EQ(canvas(300, 0, "A4").lineV, 0U);
+    EXPECT_EQ(canvas(300, 13, "A4").lineV, 154U) << "390000 / 254 = 1535, + 5 = 1540";
 }
 
 TEST(AntiWrinkleCanvas, SizesAt203DotsPerInch) {
