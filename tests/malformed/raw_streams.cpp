@@ -6,7 +6,7 @@
 
 namespace kelp_test {
 
-std::string sync_word(const Kind& kind) {
+std::string sync_word(const StreamKind& kind) {
     std::string word = kind.version == 1 ? "RaSt" : "RaS" + std::to_string(kind.version);
     if (!kind.big_endian) {
         std::reverse(word.begin(), word.end());
@@ -14,7 +14,7 @@ std::string sync_word(const Kind& kind) {
     return word;
 }
 
-std::string header_bytes(const Kind& kind, const cups_page_header2_t& header) {
+std::string header_bytes(const StreamKind& kind, const cups_page_header2_t& header) {
     std::string bytes(reinterpret_cast<const char*>(&header), sizeof(header));
     if (kind.big_endian != (std::endian::native == std::endian::big)) {
         for (std::size_t at = offsetof(cups_page_header2_t, AdvanceDistance);
@@ -26,7 +26,8 @@ std::string header_bytes(const Kind& kind, const cups_page_header2_t& header) {
     return kind.version == 1 ? bytes.substr(0, sizeof(cups_page_header_t)) : bytes;
 }
 
-std::string stream(const Kind& kind, const cups_page_header2_t& header, const std::string& pixels) {
+std::string stream(const StreamKind& kind, const cups_page_header2_t& header,
+                   const std::string& pixels) {
     return sync_word(kind) + header_bytes(kind, header) + pixels;
 }
 

@@ -12,20 +12,20 @@
 namespace kelp_test {
 namespace {
 
-constexpr Kind big{2, true};
-constexpr Kind little{2, false};
+constexpr StreamKind big{2, true};
+constexpr StreamKind little{2, false};
 
 cups_page_header2_t tiny_header() {
     return page_header(tiny_page());
 }
 
 // One compressed page.
-Spoil packed(const Kind& kind, const std::string& digits) {
+Spoil packed(const StreamKind& kind, const std::string& digits) {
     return raster(stream(kind, tiny_header(), hex(digits)));
 }
 
 // A compressed page, then the tiny one: what the first leaves unread would spoil the second.
-Spoil packed_and_tiny(const Kind& kind, const std::string& digits) {
+Spoil packed_and_tiny(const StreamKind& kind, const std::string& digits) {
     return raster(stream(kind, tiny_header(), hex(digits)) + header_bytes(kind, tiny_header()) +
                   hex("00 0F FF  00 03 FF 0B 00"));
 }
@@ -40,7 +40,7 @@ std::string picture(const std::string& rows) {
     return SetupBlock().text() + Graphic{.rows = rows}.text();
 }
 
-std::vector<MalformedJob> rows_of(const Kind& kind) {
+std::vector<MalformedJob> rows_of(const StreamKind& kind) {
     const std::string feeds = preamble();
     const std::string tiny = tiny_page_output();
     const std::string no_pixels = feeds + SetupBlock().text();
@@ -89,7 +89,7 @@ std::vector<MalformedJob> other_rows() {
     std::vector<MalformedJob> rows;
     for (const unsigned version : {1U, 3U}) {
         for (const bool big_endian : {false, true}) {
-            const Kind kind{version, big_endian};
+            const StreamKind kind{version, big_endian};
             const std::string name =
                 "Version" + std::to_string(version) + (big_endian ? "Big" : "Little");
             rows.push_back({name, raster(stream(kind, header, pixels)), 0, "", feeds + tiny});
@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Kind, MalformedStream, testing::ValuesIn(other_rows()),
 
 // A stream of the kind, cut at every byte: the setup block is printed from the whole header on, the
 // picture with the last byte.
-void cut_everywhere(const Kind& kind, const std::string& pixels) {
+void cut_everywhere(const StreamKind& kind, const std::string& pixels) {
     const std::string whole = stream(kind, tiny_header(), pixels);
     const std::size_t header_end = whole.size() - pixels.size();
     const Sandbox sandbox;
