@@ -1,7 +1,7 @@
 # How every target of this project is compiled.
 #
 #   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers,
-#                                  counters
+#                                  counters, hardening where the build is optimised
 #   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
@@ -11,6 +11,36 @@ option(KELP_COVERAGE "Count which lines of the product run" OFF)
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
+
+# What the programs read comes from strangers: whatever a fault would let in, the compiler and the
+# linker make hard to use.
+option(KELP_HARDEN "Harden the programs" ON)
+
+include(CheckCXXCompilerFlag)
+set(kelp_hardening -fPIE -fstack-protector-strong -Wformat -Werror=format-security)
+# Not every processor has them.
+foreach(flag IN ITEMS -fcf-protection -mbranch-protection=standard)
+  string(MAKE_C_IDENTIFIER "KELP_HAS${flag}" known)
+  check_cxx_compiler_flag(${flag} ${known})
+  if(${known})
+    list(APPEND kelp_hardening ${flag})
+  endif()
+endforeach()
+# Packagers bring a level of their own. The C library warns of it without optimisation.
+if(NOT "${CMAKE_CXX_FLAGS}" MATCHES "_FORTIFY_SOURCE")
+  list(APPEND kelp_hardening
+    $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+    $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+endif()
+
+function(kelp_harden target)
+  target_compile_options(${target} PRIVATE ${kelp_hardening})
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "EXECUTABLE")
+    target_link_options(${target} PRIVATE
+      -pie -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+  endif()
+endfunction()
 
 function(kelp_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
@@ -35,6 +65,8 @@ function(kelp_compile_options target)
     target_compile_options(${target} PRIVATE
       -fsanitize=${KELP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=${KELP_SANITIZE})
+  elseif(KELP_HARDEN AND NOT KELP_COVERAGE)
+    kelp_harden(${target})
   endif()
 endfunction()
 
