@@ -137,6 +137,22 @@ TEST_F(Diff, TellsWhatIsNotRightInAStream) {
               "kelp-preview: b: byte 33: more data than the graphic has room for, skipped\n");
 }
 
+TEST_F(Diff, NamesFilesInOneLineWhateverTheirNamesAre) {
+    const std::string name = "b\n\x1B[2Jkelp-preview: faked";
+    const std::string shown = "b\\x0A\\x1B[2Jkelp-preview: faked";
+    write_file(dir / "a", one);
+    write_file(dir / name, one + one + "x");
+    const auto result = run({"diff", "a", name});
+    EXPECT_EQ(result.exit_status, 1);
+    EXPECT_EQ(result.output,
+              "Label 1: equal, 8 x 2 dots\nLabel 2: only in " + shown + "\n1 of 2 labels differ\n");
+    const std::string place = std::to_string(2 * one.size());
+    EXPECT_EQ(result.error,
+              "kelp-preview: " + shown + ": byte " + place + ": no command, skipped: x\n");
+    EXPECT_EQ(run({"diff", "a", name + "x"}).error,
+              "kelp-preview: " + shown + "x: No such file or directory\n");
+}
+
 TEST_F(Diff, DrawsNoPictureOverTheLimit) {
     // Each within the limit, a picture that holds both is not.
     const auto result = diff(block(100, 1, std::string(100, ',')), block(100, 100, ","),

@@ -16,6 +16,7 @@
 #include "preview/stream_decoder.h"
 #include "preview/whole_file.h"
 #include "tools/kelp-preview/input.h"
+#include "tools/kelp-preview/one_line.h"
 #include "tools/kelp-preview/options.h"
 #include "tools/kelp-preview/picture_name.h"
 #include "tools/kelp-preview/printed_label.h"
@@ -62,8 +63,9 @@ class Side {
   private:
     void tell(const Findings& findings) const {
         progress_.clear();
+        const std::string name = oneLine(path_);
         for (const Remark& remark : findings.warnings.kept()) {
-            std::fprintf(stderr, "kelp-preview: %s: byte %llu: %s\n", path_.c_str(),
+            std::fprintf(stderr, "kelp-preview: %s: byte %llu: %s\n", name.c_str(),
                          static_cast<unsigned long long>(remark.offset), remark.text.c_str());
         }
     }
@@ -146,7 +148,7 @@ class LabelDiff {
 
     bool tellMissing(const Pair& pair) const {
         std::printf("Label %llu: only in %s\n", count_,
-                    (pair.before ? options_.before : options_.after).c_str());
+                    oneLine(pair.before ? options_.before : options_.after).c_str());
         return false;
     }
 
