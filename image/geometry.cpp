@@ -69,12 +69,13 @@ bool CxImage::Expand(long left, long top, long right, long bottom, tagRGBQUAD ca
         return false;
     }
     // Each margin is held below 2^32 before it is added, so that the sums cannot wrap to a size
-    // that is smaller than the image.
-    constexpr long limit = std::numeric_limits<std::uint32_t>::max();
-    const long newWidth =
-        static_cast<long>(GetWidth()) + std::min(left, limit) + std::min(right, limit);
-    const long newHeight =
-        static_cast<long>(GetHeight()) + std::min(top, limit) + std::min(bottom, limit);
+    // that is smaller than the image. 64 bits also where a long has 32.
+    constexpr std::int64_t limit = std::numeric_limits<std::uint32_t>::max();
+    const auto enlarged = [&](std::uint32_t size, std::int64_t before, std::int64_t after) {
+        return size + std::min(before, limit) + std::min(after, limit);
+    };
+    const std::int64_t newWidth = enlarged(GetWidth(), left, right);
+    const std::int64_t newHeight = enlarged(GetHeight(), bottom, top);
     if (newWidth > limit || newHeight > limit) {
         setLastError("CXIMAGE_MAX_MEMORY exceeded");
         return false;
@@ -89,9 +90,9 @@ bool CxImage::Expand(long left, long top, long right, long bottom, tagRGBQUAD ca
 
     const std::uint32_t width = GetWidth();
     const std::uint32_t height = GetHeight();
-    const auto copyRows = [&](long bytesPerPixel) {
+    const auto copyRows = [&](std::int64_t bytesPerPixel) {
         for (std::uint32_t y = 0; y < height; ++y) {
-            std::memcpy(local.rowAt(bottom + y) + left * bytesPerPixel, rowAt(y),
+            std::memcpy(local.rowAt(std::int64_t{bottom} + y) + left * bytesPerPixel, rowAt(y),
                         static_cast<std::size_t>(bytesPerPixel) * width);
         }
     };
@@ -102,8 +103,8 @@ bool CxImage::Expand(long left, long top, long right, long bottom, tagRGBQUAD ca
             copyRows(1);
             break;
         case 24:
-            for (long y = 0; y < newHeight; ++y) {
-                for (long x = 0; x < newWidth; ++x) {
+            for (std::int64_t y = 0; y < newHeight; ++y) {
+                for (std::int64_t x = 0; x < newWidth; ++x) {
                     local.BlindSetPixelColor(x, y, canvascolor);
                 }
             }
@@ -111,10 +112,10 @@ bool CxImage::Expand(long left, long top, long right, long bottom, tagRGBQUAD ca
             break;
         default: {
             const std::uint8_t canvas = local.GetNearestIndex(canvascolor);
-            for (long y = 0; y < newHeight; ++y) {
-                for (long x = 0; x < newWidth; ++x) {
-                    const bool inSource = x >= left && x < left + long{width} && y >= bottom &&
-                                          y < bottom + long{height};
+            for (std::int64_t y = 0; y < newHeight; ++y) {
+                for (std::int64_t x = 0; x < newWidth; ++x) {
+                    const bool inSource = x >= left && x < std::int64_t{left} + width &&
+                                          y >= bottom && y < std::int64_t{bottom} + height;
                     local.SetPixelIndex(x, y,
                                         inSource ? GetPixelIndex(x - left, y - bottom) : canvas);
                 }

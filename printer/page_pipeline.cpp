@@ -27,14 +27,14 @@ ContentRows measureContent(const KelpPrinter& printer, const unsigned char* pixe
         content.end = kelpImageCountBlankLinesFromBack(pixels, bytesPerLine, height, skip, width);
         kelpLogCommon(0,
                       "printImage: Removal of bottom blank edges detected, number of bottom blank "
-                      "lines: %zu",
+                      "lines: %lu",
                       content.end);
     }
     if ((printer.getRemoveBlankEdges() & kMeasureTop) != 0) {
         content.top = kelpImageCountBlankLinesFromFront(pixels, bytesPerLine, height, skip, width);
         kelpLogCommon(0,
                       "printImage: Removal of top blank edges detected, number of top blank lines: "
-                      "%zu",
+                      "%lu",
                       content.top);
     }
     return content;
@@ -48,14 +48,14 @@ void logProcessed(const unsigned char* processed, unsigned long bytesPerLine, un
     if (content.end > content.top) {
         adjustedHeight = content.end - content.top;
         adjusted += content.top * bytesPerLine;
-        kelpLogCommon(0, "printImage: Adjusted image height to %zu, pointer offset by %zu bytes",
+        kelpLogCommon(0, "printImage: Adjusted image height to %lu, pointer offset by %lu bytes",
                       adjustedHeight, content.top * bytesPerLine);
     }
     // Width and bytes per line have changed places here; readers of these logs know it so.
     kelpLogCommon(0,
-                  "printImage: Processed image information - pointer address: %lu, width: %zu, "
-                  "height: %zu, bytes per line: %zu, number of top blank lines: %zu, number of "
-                  "bottom blank lines: %zu, adjusted height: %zu",
+                  "printImage: Processed image information - pointer address: %lu, width: %lu, "
+                  "height: %lu, bytes per line: %lu, number of top blank lines: %lu, number of "
+                  "bottom blank lines: %lu, adjusted height: %lu",
                   static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(adjusted)),
                   bytesPerLine, height, width, content.top, content.end, adjustedHeight);
 }
@@ -79,19 +79,23 @@ std::size_t KelpPrinter::processedSize(unsigned long bytesPerLine, unsigned long
         }
     }
     const std::uint64_t rowBytes = (imageWidth + 3) / 4 * 4;
-    return std::max<std::uint64_t>(2 * bytesPerLine * height, rowBytes * imageHeight);
+    const std::uint64_t size =
+        std::max<std::uint64_t>(std::uint64_t{2} * bytesPerLine * height, rowBytes * imageHeight);
+    // Where a size_t has 32 bits: a size that nobody can allocate, not what is left of this one.
+    return static_cast<std::size_t>(
+        std::min<std::uint64_t>(size, std::numeric_limits<std::size_t>::max()));
 }
 
 void KelpPrinter::printImage(const unsigned char* pixels, unsigned long bytesPerLine,
                              unsigned long height, unsigned long width) {
     kelpLogCommon(
-        0, "printImage: Start processing image, input width: %zu, height: %zu, bytes per line: %zu",
+        0, "printImage: Start processing image, input width: %lu, height: %lu, bytes per line: %lu",
         width, height, bytesPerLine);
     ZeroedBuffer processed;
     // Holds nothing; a page that leaves no room for it is not begun.
     ZeroedBuffer workBuffer = allocateZeroed(bytesPerLine * height);
     if (workBuffer) {
-        kelpLogCommon(0, "printImage: Memory allocated successfully, size: %zu bytes",
+        kelpLogCommon(0, "printImage: Memory allocated successfully, size: %lu bytes",
                       bytesPerLine * height);
         const ContentRows content = measureContent(*this, pixels, bytesPerLine, height, width);
         saveOrigin(pixels, bytesPerLine, height, width);
@@ -99,7 +103,7 @@ void KelpPrinter::printImage(const unsigned char* pixels, unsigned long bytesPer
         if (processed) {
             kelpLogCommon(0,
                           "printImage: Memory for processing result allocated successfully, size: "
-                          "%zu bytes",
+                          "%lu bytes",
                           bytesPerLine * height);
             PageProcess(halftoneType_, pixels, static_cast<int>(bytesPerLine),
                         static_cast<int>(width), static_cast<int>(height), processed.get());

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 
 #include "tests/unit/printer/support/page.h"
 
@@ -68,6 +71,14 @@ TEST(PageResult, TheBufferIsTwiceThePageOrAsLargeAsTheImage) {
     EXPECT_EQ(printer.processedSize(20, 5, 8), 200U);
     EXPECT_GE(printer.processedSize(1, 7, 1), 28U) << "rows of 4 bytes for a 1-byte page";
     EXPECT_GE(printer.processedSize(5, 2, 5), 20U);
+}
+
+TEST(PageResult, ABufferBeyondTheMachinesMemoryNeverComesOutSmall) {
+    // 2^30 + 1 rows of 4 bytes are 2^32 + 4 bytes.
+    const RecordingPrinter printer;
+    const std::uint64_t needed = 4'294'967'300;
+    const std::uint64_t largest = std::numeric_limits<std::size_t>::max();
+    EXPECT_EQ(printer.processedSize(1, 1'073'741'825, 1), std::min(needed, largest));
 }
 
 TEST(PageResult, AOneByteWidePageFitsItsBuffer) {
