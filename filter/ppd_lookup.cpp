@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 
+#include "filter/text.h"
+
 const ppd_choice_t* kelpPpdGetChoice(ppd_file_t* ppd, const char* option) {
     if (const ppd_choice_t* marked = ppdFindMarkedChoice(ppd, option)) {
         return marked;
@@ -20,8 +22,7 @@ const char* kelpPpdGetChoiceAsStrDefault(ppd_file_t* ppd, const char* option,
 
 int kelpPpdGetChoiceAsIntDefault(ppd_file_t* ppd, const char* option, int defaultValue) {
     const ppd_choice_t* choice = kelpPpdGetChoice(ppd, option);
-    // NOLINTNEXTLINE(cert-err34-c): any text is taken, as atoi does
-    return choice != nullptr ? std::atoi(choice->choice) : defaultValue;
+    return choice != nullptr ? kelpTextToInt(choice->choice) : defaultValue;
 }
 
 std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, bool defaultValue) {
@@ -36,8 +37,7 @@ std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, b
     if (is("false") || is("no")) {
         return 0;
     }
-    // NOLINTNEXTLINE(cert-err34-c): any text is taken, as atoi does
-    return static_cast<std::int8_t>(std::atoi(choice->choice));
+    return static_cast<std::int8_t>(kelpTextToInt(choice->choice));
 }
 
 const char* kelpPpdGetAttrAsStrDefault(ppd_file_t* ppd, const char* name, const char* spec,

@@ -15,10 +15,10 @@ const ppd_choice_t* kelpPpdGetChoice(ppd_file_t* ppd, const char* option);
 const char* kelpPpdGetChoiceAsStrDefault(ppd_file_t* ppd, const char* option,
                                          const char* defaultValue);
 
-/// The choice's name as atoi reads it.
+/// The number that the choice's name begins with (kelpTextToInt).
 int kelpPpdGetChoiceAsIntDefault(ppd_file_t* ppd, const char* option, int defaultValue);
 
-/// 1 for "true" and "yes", 0 for "false" and "no", in any case; any other name as atoi reads it,
+/// 1 for "true" and "yes", 0 for "false" and "no", in any case; any other name as a number,
 /// cut to its low 8 bits, so that "255" is -1 and "256" is 0.
 std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, bool defaultValue);
 

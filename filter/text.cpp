@@ -1,6 +1,7 @@
 #include "filter/text.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 const char* kelpPathGetBasename(const char* path) {
@@ -14,6 +15,10 @@ const char* kelpPathGetBasename(const char* path) {
         }
     }
     return basename;
+}
+
+int kelpTextToInt(const char* text) {
+    return static_cast<int>(std::strtoll(text, nullptr, 10));
 }
 
 char* kelpStrCpy(char* destination, const char* source, unsigned long len) {

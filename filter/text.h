@@ -5,6 +5,11 @@
 /// has neither. A pointer into the argument; null for null.
 const char* kelpPathGetBasename(const char* path);
 
+/// The whole number that a text begins with, 0 where it begins with none. One that is too large for
+/// an int gives its low 32 bits and one too large for 64 bits those of the largest or smallest:
+/// what atoi does where a long has 64 bits. Where it has 32, atoi gives another number.
+int kelpTextToInt(const char* text);
+
 /// Copies at most len - 1 characters and ends the destination with a zero; the rest of the
 /// destination is filled with zeros.
 /// @param len size of the destination in bytes, at least 1

@@ -1,7 +1,8 @@
 #include "printer/kelp_printer.h"
 
 #include <algorithm>
-#include <cstdlib>
+
+#include "filter/text.h"
 
 KelpPrinter* sPrinter = nullptr;
 
@@ -20,8 +21,7 @@ KelpPrinter& KelpPrinter::setContrast(int percent) {
 }
 
 KelpPrinter& KelpPrinter::setPrintSpeed(const char* text) {
-    // NOLINTNEXTLINE(cert-err34-c): a text that is no number is the lowest speed
-    printSpeed_ = std::clamp(std::atoi(text), 1, 15);
+    printSpeed_ = std::clamp(kelpTextToInt(text), 1, 15);
     return *this;
 }
 

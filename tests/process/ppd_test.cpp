@@ -54,6 +54,17 @@ TEST(PrinterDescription, AFileThatIsNoneGivesNoPaperSize) {
     expect_no_paper(run_job(tiny_job(std::string(100'000, '*'))));
 }
 
+TEST(PrinterDescription, ANumberBeyond32BitsKeepsItsLowBits) {
+    // 2^32 + 15 and 2^32: darkness 15, and no mirroring.
+    Ppd ppd = bare_ppd();
+    ppd.option("Darkness", {"4294967311"}).option("MirrorImage", {"4294967296"});
+    const JobResult result = run_job(tiny_job(ppd.text()));
+    EXPECT_EQ(setting(result, "Darkness"), std::vector<std::string>{"DEBUG:settings->Darkness:15"});
+    EXPECT_EQ(setting(result, "MirrorImage"),
+              std::vector<std::string>{"DEBUG:settings->MirrorImage:0"});
+    EXPECT_TRUE(contains(result.output, "~SD15\r\n"));
+}
+
 TEST(PrinterDescription, ADirectoryGivesNoPaperSize) {
     const Sandbox sandbox;
     Command command = sandbox.command(tiny_job(bare_ppd().text()));

@@ -54,6 +54,25 @@ std::string copied(const char* source, std::size_t len) {
     return {memory.begin() + 1, memory.end() - 1};
 }
 
+TEST(TextToInt, ReadsTheNumberThatATextBeginsWith) {
+    EXPECT_EQ(kelpTextToInt("12"), 12);
+    EXPECT_EQ(kelpTextToInt(" -3 inches"), -3);
+    EXPECT_EQ(kelpTextToInt("+007.9"), 7);
+    EXPECT_EQ(kelpTextToInt("dark"), 0);
+    EXPECT_EQ(kelpTextToInt(""), 0);
+    EXPECT_EQ(kelpTextToInt("2147483647"), 2147483647);
+    EXPECT_EQ(kelpTextToInt("-2147483648"), -2147483647 - 1);
+}
+
+TEST(TextToInt, KeepsTheLowBitsOfALargerNumberWhateverALongHolds) {
+    EXPECT_EQ(kelpTextToInt("4294967296"), 0);            // 2^32
+    EXPECT_EQ(kelpTextToInt("4294967311"), 15);           // 2^32 + 15
+    EXPECT_EQ(kelpTextToInt("-4294967297"), -1);          // -2^32 - 1
+    EXPECT_EQ(kelpTextToInt("99999999999"), 1215752191);  // 23 * 2^32 + 1215752191
+    EXPECT_EQ(kelpTextToInt("9223372036854775808"), -1);  // the largest is 2^63 - 1: all ones
+    EXPECT_EQ(kelpTextToInt("-9223372036854775809"), 0);  // the smallest is -2^63: low bits 0
+}
+
 TEST(BoundedCopy, AShortTextIsCopiedAndTheRestZeroed) {
     EXPECT_EQ(copied("abc", 8), std::string("abc\0\0\0\0\0", 8));
     EXPECT_EQ(copied("", 4), std::string(4, '\0'));
