@@ -46,6 +46,11 @@ function(kelp_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Without it files of 2 GB and more, and all files on a file system with 64-bit inode numbers,
+    # count as files that cannot be opened.
+    target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
+  endif()
   # A fused multiply-add rounds once where two operations round twice: it would
   # change single dots between compilers and processors.
   target_compile_options(${target} PRIVATE
