@@ -147,17 +147,19 @@ void addSheet(CLI::App& app, int& status) {
         ->required();
     addPictureOption(*command, "-o,--output", options->sheet,
                      "Write the sheet here; FILE-sheet.png without it");
-    command
-        ->add_option("--page", options->page,
-                     "Scale to this size: 4x6in, 100x150mm, 812x1218 (dots), A4, A5, A6, Letter")
-        ->type_name("SIZE")
-        ->check([](const std::string& text) {
-            return parsePageSize(text) ? "" : "no size from 8 to 100000 dots a side: " + text;
-        })
-        ->capture_default_str();
-    CLI::Option* dots =
-        command->add_flag("--pixels-are-dots", options->pixelsAreDots, "Do not scale a picture");
-    dots->excludes(command->get_option("--page"));
+    CLI::Option* page =
+        command
+            ->add_option(
+                "--page", options->page,
+                "Scale to this size: 4x6in, 100x150mm, 812x1218 (dots), A4, A5, A6, Letter")
+            ->type_name("SIZE")
+            ->check([](const std::string& text) {
+                return parsePageSize(text) ? "" : "no size from 8 to 100000 dots a side: " + text;
+            })
+            ->capture_default_str();
+    // Not by its name: looking that up takes memory where failing must not happen.
+    command->add_flag("--pixels-are-dots", options->pixelsAreDots, "Do not scale a picture")
+        ->excludes(page);
     command->add_option("--page-number", options->number, "The page of a PDF")
         ->type_name("N")
         ->check(CLI::Range(1U, 1'000'000U))
