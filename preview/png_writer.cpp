@@ -59,7 +59,7 @@ struct Format {
 
 /// Holds no object with a destructor: errors jump out of it.
 bool write(png_structp png, png_infop info, const Format& format, const RowSource& row) {
-    if (setjmp(png_jmpbuf(png)) != 0) {  // NOLINT: the library's way
+    if (setjmp(png_jmpbuf(png)) != 0) {
         return false;
     }
     // Its own limit is a million pixels a side.

@@ -100,6 +100,7 @@ GreyPicture pictureOfJpeg(std::string_view file, std::uint64_t maxPixels) {
     if (!start(decoder)) {
         fail();
     }
+    const bool inverted = info.saw_Adobe_marker != 0;
     const auto channels = static_cast<std::size_t>(info.output_components);
     std::vector<unsigned char> row(channels * info.output_width);
     GreyPicture picture{info.output_width, info.output_height, {}};
@@ -112,7 +113,7 @@ GreyPicture pictureOfJpeg(std::string_view file, std::uint64_t maxPixels) {
             const unsigned char* pixel = &row[i];
             picture.pixels.push_back(channels == 1   ? pixel[0]
                                      : channels == 3 ? luma(pixel[0], pixel[1], pixel[2])
-                                                     : greyOfInks(pixel, info.saw_Adobe_marker));
+                                                     : greyOfInks(pixel, inverted));
         }
     }
     return picture;
