@@ -24,7 +24,7 @@ class LabelCanvas {
     bool empty() const { return dots_ == nullptr; }
     /// Adds the graphic's dots to those there are. False, with nothing done, where the label would
     /// have more dots than allowed, or this many were laid on it again and again.
-    bool place(const std::shared_ptr<const Bitmap>& graphic, const Placing& placing);
+    bool place(const std::shared_ptr<const Bitmap>& graphic, const Placing& at);
     /// The label so far, null when empty; the canvas is empty then.
     std::shared_ptr<const Bitmap> take();
 

@@ -41,7 +41,7 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void write(std::string_view content, const std::string& shownPath) {
+    void write(std::string_view content, const std::string& shownPath) const {
         while (!content.empty()) {
             const ssize_t written = ::write(descriptor_, content.data(), content.size());
             if (written < 0 && errno != EINTR) {

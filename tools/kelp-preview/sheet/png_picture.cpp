@@ -22,7 +22,7 @@ GreyPicture pictureOfPng(std::string_view file, std::uint64_t maxPixels) {
     }
     checkPictureSize(image.width, image.height, maxPixels);
     // What is not there is not made room for: a byte unpacks to 1032 at most, of 8 pixels each.
-    if (std::uint64_t{image.width} * image.height / (8 * 1032) > file.size()) {
+    if (std::uint64_t{image.width} * image.height / 8 / 1032 > file.size()) {
         throw PictureError("a broken PNG: it ends early");
     }
     image.format = PNG_FORMAT_RGBA;
