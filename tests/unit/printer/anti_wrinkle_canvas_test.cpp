@@ -118,6 +118,13 @@ TEST(AntiWrinkleMargins, EachDirectionIsItsOwn) {
     EXPECT_EQ(antiWrinkleMargins(a6, 5000, 5000).ex, 0U);
 }
 
+TEST(AntiWrinkleMargins, SizesCompareAsSignedNumbers) {
+    // 0x80000000 is less than 0.
+    const AntiWrinkleCanvas huge{.width = 0x80000000, .height = 0x7FFFFFFF};
+    EXPECT_EQ(antiWrinkleMargins(huge, 1, 1).ex, 0U);
+    EXPECT_EQ(antiWrinkleMargins(huge, 1, 1).ey, 0x3FFFFFFFU);
+}
+
 TEST(AntiWrinkleMargins, AnUnknownPageSizeHasNone) {
     const AntiWrinkleMargins none = antiWrinkleMargins(canvas(203, 2, "?"), 8, 8);
     EXPECT_EQ(none.ex, 0U);
