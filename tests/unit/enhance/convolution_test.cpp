@@ -17,6 +17,15 @@ Rows convolved(const Rows& rows, const std::vector<double>& kernel, bool horizon
         convolve1D(grey(rows), kernel.data(), static_cast<int>(kernel.size()), horizontal));
 }
 
+TEST(Convolve1D, GivesAnImageWithoutPixelsForOne) {
+    const double kernel[] = {0, 1, 0};
+    for (const bool horizontal : {true, false}) {
+        const TQImage result = convolve1D(TQImage(0, 4, TQ_IMG_GRAY), kernel, 3, horizontal);
+        EXPECT_EQ(result.width, 0);
+        EXPECT_EQ(result.height, 4);
+    }
+}
+
 TEST(Convolve1D, ReadsTheNeighbourOfATapsOffset) {
     EXPECT_EQ(convolved(kRows, {0, 0, 1}, true),
               (Rows{{20, 30, 40, 40}, {60, 70, 80, 80}, {100, 110, 120, 120}}));

@@ -80,11 +80,13 @@ TEST(CvtGray, KeepsTheSizeAndLeavesTheSource) {
 }
 
 TEST(CvtGray, GivesAnImageWithoutPixelsForOne) {
-    const TQImage result = cvtGray(TQImage(0, 4, TQ_IMG_BGR));
-    EXPECT_EQ(result.width, 0);
-    EXPECT_EQ(result.height, 4);
-    EXPECT_EQ(result.color, TQ_IMG_GRAY);
-    EXPECT_EQ(result.channels, 1);
+    for (const TQ_IMG_COLOR color : {TQ_IMG_GRAY, TQ_IMG_BGR}) {
+        const TQImage result = cvtGray(TQImage(0, 4, color));
+        EXPECT_EQ(result.width, 0);
+        EXPECT_EQ(result.height, 4);
+        EXPECT_EQ(result.color, TQ_IMG_GRAY);
+        EXPECT_EQ(result.channels, 1);
+    }
 }
 
 }  // namespace

@@ -38,6 +38,12 @@ Rows blurred(const TQImage& image, int size, double sigmaX, double sigmaY) {
     return result;
 }
 
+TEST(GaussianFilter, GivesAnImageWithoutPixelsForOne) {
+    const TQImage result = enh_gaussian_filter(TQImage(4, 0, TQ_IMG_GRAY), 3, 1.0, 1.0);
+    EXPECT_EQ(result.width, 4);
+    EXPECT_EQ(result.height, 0);
+}
+
 TEST(GaussianFilterFast, ConvolvesRowsAndThenColumnsWithWholeLevelsBetween) {
     const TQImage source = scattered(9, 7);
     std::vector<double> kernel(5);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -114,6 +115,11 @@ TEST(TQImage, ThrowsForANegativeSize) {
     EXPECT_THROW(TQImage(-1, 0, TQ_IMG_GRAY), std::bad_alloc);
     EXPECT_THROW(TQImage(0, -1, TQ_IMG_GRAY), std::bad_alloc);
     EXPECT_THROW(TQImage(-1, -1, TQ_IMG_GRAY), std::bad_alloc);
+}
+
+TEST(TQImage, ThrowsForASizeBeyondEveryMemory) {
+    constexpr int most = std::numeric_limits<int>::max();
+    EXPECT_THROW(TQImage(most, most, TQ_IMG_BGRA), std::bad_alloc);
 }
 
 TEST(TQImageCopy, IsDeep) {

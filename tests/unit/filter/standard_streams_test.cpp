@@ -122,6 +122,8 @@ TEST(StandardStreams, AReaderThatGoesAwayMakesWritingFail) {
 }
 
 TEST(StandardStreams, ALineOfStandardErrorIsWrittenWholeAndAtOnce) {
+    // A new process: how a stream is buffered is settled when it is first used.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             int ends[2];

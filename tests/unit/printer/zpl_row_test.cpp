@@ -58,6 +58,10 @@ TEST(ZplRow, AWhiteRowIsACommaAtAnyLength) {
     }
 }
 
+TEST(ZplRow, ARowOfNoBytesIsNothing) {
+    EXPECT_EQ(row_text({}), "");
+}
+
 TEST(ZplRow, AFinalRunOfOnesIsWrittenOut) {
     EXPECT_EQ(row_text({0xFF}), "HF");
     EXPECT_EQ(row_text({0x00, 0xFF}), "H0HF");
