@@ -16,7 +16,7 @@ struct Kernel {
     std::array<Tap, N> taps;
 };
 
-// The taps stand in the order in which error is handed on. The order matters: each step clamps.
+// The taps stand in reading order. Each reaches a cell of its own, so the order decides nothing.
 constexpr Kernel<4> kFloydSteinberg{16, {{{1, 0, 7}, {-1, 1, 3}, {0, 1, 5}, {1, 1, 1}}}};
 
 constexpr Kernel<7> kBurkes{
