@@ -45,9 +45,13 @@ class Side {
           decoder_(input_, DecoderLimits{options.maxDots}) {}
 
     std::optional<Label> next() {
+        if (ended_) {
+            return std::nullopt;  // what stands behind the last label has been told
+        }
         try {
             std::optional<Label> label = decoder_.next();
             tell(label ? label->findings : decoder_.rest());
+            ended_ = !label;
             count_ += label ? 1 : 0;
             if (label) {
                 turnAsPrinted(*label);
@@ -75,6 +79,7 @@ class Side {
     Input input_;
     StreamDecoder decoder_;
     std::uint64_t count_ = 0;
+    bool ended_ = false;
 };
 
 struct Pair {
