@@ -67,6 +67,11 @@ std::vector<MalformedJob> rows() {
          cut("2.0 mm, 16793746.0 mm", 16, 134217736)},
         {"cupsHeight_134217728", header(&H::cupsHeight, 134217728), 1, too_large(16, 134217728),
          one},
+        // 2^32 and 2^32 + 16, which 32 bits take for 0 and 16.
+        {"cupsHeight_268435456", header(&H::cupsHeight, 268435456), 1, too_large(16, 268435456),
+         one},
+        {"cupsHeight_268435457", header(&H::cupsHeight, 268435457), 1, too_large(16, 268435457),
+         one},
         {"cupsHeight_max", header(&H::cupsHeight, max), 1, too_large(16, max), one},
 
         {"cupsBytesPerLine_0", header(&H::cupsBytesPerLine, 0), 0, "", one},
