@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "tests/process/expected.h"
 
 namespace kelp_test {
 
 std::filesystem::path fitter_program() {
-    return KELP_FITTER;
+    const char* other = std::getenv("KELP_TEST_FITTER");
+    return other != nullptr ? other : KELP_FITTER;
 }
 
 Job fitter_job(const std::vector<RawPage>& pages, const PagePpd& ppd, const std::string& options) {
