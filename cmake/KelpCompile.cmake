@@ -73,6 +73,10 @@ function(kelp_compile_options target)
   elseif(KELP_HARDEN AND NOT KELP_COVERAGE)
     kelp_harden(${target})
   endif()
+  if(KELP_BUILD_FUZZERS AND NOT target MATCHES "^kelp_(reference|test)")
+    # What the code under test does guides a fuzzer, not what the code that judges it does.
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # For files full of another library's templates that run once a process, such as those that declare
