@@ -92,7 +92,12 @@ class Operations {
         };
         return {level(), level(), level(), level()};
     }
-    int coordinate() { return input_.ConsumeIntegralInRange(-60, 120); }
+    // At the edges as often as elsewhere.
+    int coordinate(std::uint32_t side) {
+        const int anywhere = input_.ConsumeIntegralInRange(-60, 120);
+        return anywhere % 2 == 0 || side > 100000 ? anywhere
+                                                  : static_cast<int>(side) + anywhere % 4 / 2;
+    }
 
     void create(Pair& pair) {
         const std::uint32_t w = extent();
@@ -154,8 +159,8 @@ class Operations {
     }
 
     void pixel(Pair& pair) {
-        const int x = coordinate();
-        const int y = coordinate();
+        const int x = coordinate(pair.model.width);
+        const int y = coordinate(pair.model.height);
         const std::uint8_t index = byte();
         require(pair.image.GetPixelIndex(x, y) == pair.model.read(x, y), "GetPixelIndex");
         pair.image.SetPixelIndex(x, y, index);
@@ -265,10 +270,10 @@ class Operations {
                 expand(pair);
                 break;
             case 13: {
-                const int x0 = coordinate();
-                const int x1 = coordinate();
-                const int y0 = coordinate();
-                const int y1 = coordinate();
+                const int x0 = coordinate(pair.model.width);
+                const int x1 = coordinate(pair.model.width);
+                const int y0 = coordinate(pair.model.height);
+                const int y1 = coordinate(pair.model.height);
                 const std::uint8_t index = byte();
                 pair.image.DrawLine(x0, x1, y0, y1, index);
                 pair.model.line(x0, x1, y0, y1, index);
