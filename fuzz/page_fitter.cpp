@@ -2,7 +2,8 @@
 //
 // Checked: what comes out is raster that libcups reads, of whole rows; every page is one that the
 // filter prints, in the page's size and polarity; the samples of whole pages, and of the rows there
-// are of a cut one, are those worked out dot by dot; a stream without a fault is fitted to its end.
+// are of a cut one, are those worked out dot by dot; a stream without a fault is fitted to its end,
+// and one that ends within a page is a failure.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -216,6 +217,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     "a reason that is no sentence");
         }
     }
+    require(failed || !job.ends_early(), "a stream that ends early is no failure");
     const std::string written = to.content();
     if (written.empty()) {
         require(failed || in.empty(), "nothing written");

@@ -23,7 +23,7 @@ namespace {
 using kelp_fuzz::require;
 using namespace kelp_preview;
 
-constexpr std::uint64_t most_dots = 20000;
+constexpr std::uint64_t most_dots = 4000;
 
 // Hands over its bytes one at a time.
 class SlowStream : public std::streambuf {
@@ -89,7 +89,7 @@ std::string told(std::streambuf& stream, std::size_t size) {
             text += asText(description, number) + asJson(description).dump() + "\n";
             text.append(label->dots->bytes.begin(), label->dots->bytes.end());
             require(turned(turned(*label->dots)).bytes == label->dots->bytes, "turned twice");
-            if (number == 1) {
+            if (number == 1 && size % 4 == 0) {  // slow
                 text += pngOf(*label->dots);
             }
             if (before) {

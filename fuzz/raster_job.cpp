@@ -57,6 +57,19 @@ std::string written(std::vector<RawPage> pages, cups_mode_t mode) {
     }
 }
 
+// Empty where the pages cannot have the form.
+std::string in_form(const std::vector<RawPage>& pages, int form) {
+    switch (form) {
+        case RasterJob::as_it_is:
+            return kelp_test::raw_raster_stream(pages);
+        case RasterJob::swapped:
+            return kelp_test::swapped_raster_stream(pages);
+        default:
+            return written(pages, form == RasterJob::packed ? CUPS_RASTER_WRITE_COMPRESSED
+                                                            : CUPS_RASTER_WRITE_PWG);
+    }
+}
+
 class Mutation {
   public:
     explicit Mutation(unsigned seed) : random_(seed) {}
@@ -172,18 +185,43 @@ std::uint32_t RasterJob::number(std::size_t place, std::size_t bytes) const {
 
 std::string RasterJob::stream() const {
     std::string text = source;
-    const int wanted = byte(form) % forms;
-    if (const auto pages = wanted == as_it_is ? std::nullopt : pages_of(source)) {
-        const std::string made =
-            wanted == swapped ? kelp_test::swapped_raster_stream(*pages)
-                              : written(*pages, wanted == packed ? CUPS_RASTER_WRITE_COMPRESSED
-                                                                 : CUPS_RASTER_WRITE_PWG);
-        text = made.empty() ? text : made;
+    if (byte(form) % forms != as_it_is) {
+        if (const auto pages = pages_of(source)) {
+            const std::string made = in_form(*pages, byte(form) % forms);
+            text = made.empty() ? text : made;
+        }
     }
     if (const std::uint32_t end = number(cut, 2); end != 0 && !text.empty()) {
         text.resize(end % text.size());
     }
     return text;
+}
+
+bool RasterJob::ends_early() const {
+    const int wanted = byte(form) % forms;
+    const auto all = pages_of(source);
+    const std::size_t size = stream().size();
+    if (!all || size == 0 || in_form(*all, wanted).empty()) {
+        return false;
+    }
+    // The ends of pages, the first of them that of none.
+    std::vector<RawPage> pages;
+    bool whole = true;
+    for (std::size_t count = 0; whole; ++count) {
+        if (size == in_form(pages, wanted).size()) {
+            return false;
+        }
+        if (count == all->size()) {
+            break;
+        }
+        const RawPage& page = (*all)[count];
+        // libcups does not write a part of a page, so written() fills it up.
+        whole = wanted == packed || wanted == portable ||
+                page.pixels.size() ==
+                    std::size_t{page.header.cupsBytesPerLine} * page.header.cupsHeight;
+        pages.push_back(page);
+    }
+    return true;
 }
 
 std::size_t mutate_raster_job(std::uint8_t* data, std::size_t size, std::size_t max_size,

@@ -56,23 +56,42 @@ void RasterReads::change(cups_page_header2_t& header) const {
     if (job_.byte(RasterJob::change_page) % 4 != headers_.size() % 4) {
         return;
     }
-    std::uint32_t* const fields[] = {&header.cupsWidth,        &header.cupsHeight,
-                                     &header.cupsBytesPerLine, &header.cupsBitsPerPixel,
-                                     &header.HWResolution[0],  &header.HWResolution[1],
-                                     &header.NumCopies};
-    const unsigned field = job_.byte(RasterJob::change);
     const std::uint32_t value = job_.number(RasterJob::change_value, 4);
-    if (field >= 1 && field <= std::size(fields)) {
-        *fields[field - 1] = value;
-    } else if (field == std::size(fields) + 1) {
-        std::memcpy(&header.cupsColorSpace, &value, sizeof value);
-    } else if (field == std::size(fields) + 2) {
-        static constexpr const char* names[] = {"A4", "Letter", "Tattoo_A5", "Tattoo_A6", "A"};
-        std::strncpy(header.cupsPageSizeName, names[value % std::size(names)],
-                     sizeof header.cupsPageSizeName);
-    } else if (field == std::size(fields) + 3) {
-        // Not ended by a zero.
-        std::memset(header.cupsPageSizeName, 'A', sizeof header.cupsPageSizeName);
+    switch (static_cast<ChangedField>(job_.byte(RasterJob::change))) {
+        case ChangedField::width:
+            header.cupsWidth = value;
+            break;
+        case ChangedField::height:
+            header.cupsHeight = value;
+            break;
+        case ChangedField::bytes_per_line:
+            header.cupsBytesPerLine = value;
+            break;
+        case ChangedField::bits_per_pixel:
+            header.cupsBitsPerPixel = value;
+            break;
+        case ChangedField::resolution_x:
+            header.HWResolution[0] = value;
+            break;
+        case ChangedField::resolution_y:
+            header.HWResolution[1] = value;
+            break;
+        case ChangedField::copies:
+            header.NumCopies = value;
+            break;
+        case ChangedField::color_space:
+            // Perhaps none of its type.
+            std::memcpy(&header.cupsColorSpace, &value, sizeof value);
+            break;
+        case ChangedField::page_size_name: {
+            static constexpr const char* names[] = {"A4", "Letter", "Tattoo_A5", "Tattoo_A6", "A"};
+            std::strncpy(header.cupsPageSizeName, names[value % std::size(names)],
+                         sizeof header.cupsPageSizeName);
+            break;
+        }
+        case ChangedField::unended_name:
+            std::memset(header.cupsPageSizeName, 'A', sizeof header.cupsPageSizeName);
+            break;
     }
 }
 

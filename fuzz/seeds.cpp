@@ -74,6 +74,36 @@ std::string random_plan(Random& random) {
     return plan;
 }
 
+// Headers that libcups does not hand over by itself, or only with pages of that many bytes.
+void make_changed_headers(Seeds& seeds, const std::string& stream, Random& random) {
+    using kelp_fuzz::ChangedField;
+    for (const auto& [field, value] : {std::pair{ChangedField::width, 0U},
+                                       {ChangedField::width, 0x7FFFFFFFU},
+                                       {ChangedField::height, 0U},
+                                       {ChangedField::height, 0x100000U},
+                                       {ChangedField::height, 0x7FFFFFFFU},
+                                       {ChangedField::bytes_per_line, 0U},
+                                       {ChangedField::bits_per_pixel, 1U},
+                                       {ChangedField::resolution_x, 0U},
+                                       {ChangedField::resolution_y, 0U},
+                                       {ChangedField::page_size_name, 0U},
+                                       {ChangedField::page_size_name, 1U},
+                                       {ChangedField::page_size_name, 2U},
+                                       {ChangedField::page_size_name, 3U},
+                                       {ChangedField::unended_name, 0U}}) {
+        for (const bool is_plain : {true, false}) {
+            std::string plan =
+                is_plain ? std::string(RasterJob::plan_size, '\0') : random_plan(random);
+            plan[RasterJob::change] = static_cast<char>(field);
+            plan[RasterJob::change_value] = static_cast<char>(value & 255);
+            plan[RasterJob::change_value + 2] = static_cast<char>(value >> 16 & 255);
+            plan[RasterJob::change_value + 3] = static_cast<char>(value >> 24);
+            plan[RasterJob::change_page] = 0;
+            seeds.add(plan + stream);
+        }
+    }
+}
+
 void make_page_loop(Seeds seeds) {
     Random random(1);
     const std::vector<Picture> all = pictures(random);
@@ -85,7 +115,9 @@ void make_page_loop(Seeds seeds) {
         seeds.add(random_plan(random) + kelp_test::raw_raster_stream(
                                             {raw_page(page), raw_page(page_of(random.pick(all)))}));
     }
+    make_changed_headers(seeds, kelp_test::raw_raster_stream({raw_page(page_of(all[2]))}), random);
     const std::string plain(RasterJob::plan_size, '\0');
+    seeds.add(plain + "no raster");
     seeds.add(plain + kelp_test::raster_stream({page_of(all[3])}, CUPS_RASTER_WRITE_COMPRESSED));
     seeds.add(plain + kelp_test::swapped_raster_stream({raw_page(page_of(all[2]))}));
 }
