@@ -124,6 +124,13 @@ TEST(Png, WithoutRoomForThePixelsInTheFileIsRefused) {
     EXPECT_EQ(refusal_by(pictureOfPng, page, 6'400'000), "taken") << page.size();
 }
 
+TEST(Png, OfMoreBytesThanTheLibraryCanCountIsRefusedAndNotCalledBroken) {
+    // Its 2^30 pixels take 2^32 bytes. The rest of the file is as long as so many pixels need.
+    const std::string file = png_that_declares(32768, 32768) + std::string(140'000, '\0');
+    EXPECT_EQ(refusal_by(pictureOfPng, file, 2'000'000'000),
+              "a PNG of over 1073741823 pixels cannot be read");
+}
+
 TEST(Png, WithoutWidthOrHeightIsRefused) {
     EXPECT_TRUE(refusal_by(pictureOfPng, png_that_declares(0, 4)).starts_with("a broken PNG: "));
     EXPECT_TRUE(refusal_by(pictureOfPng, png_that_declares(4, 0)).starts_with("a broken PNG: "));

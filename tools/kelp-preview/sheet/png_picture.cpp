@@ -1,11 +1,16 @@
 #include <png.h>
 
+#include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 
 #include "tools/kelp-preview/sheet/picture_formats.h"
 
 namespace {
+
+/// The library counts the bytes of all pixels, four each, with 32 bits.
+constexpr std::uint64_t kMostPixels = std::numeric_limits<std::uint32_t>::max() / 4;
 
 unsigned char onWhite(unsigned level, unsigned alpha) {
     return static_cast<unsigned char>((level * alpha + 255 * (255 - alpha) + 127) / 255);
@@ -22,12 +27,17 @@ GreyPicture pictureOfPng(std::string_view file, std::uint64_t maxPixels) {
     }
     checkPictureSize(image.width, image.height, maxPixels);
     // What is not there is not made room for: a byte unpacks to 1032 at most, of 8 pixels each.
-    if (std::uint64_t{image.width} * image.height / 8 / 1032 > file.size()) {
+    const std::uint64_t count = std::uint64_t{image.width} * image.height;
+    if (count / 8 / 1032 > file.size()) {
         throw PictureError("a broken PNG: it ends early");
+    }
+    if (count > kMostPixels) {
+        throw PictureError("a PNG of over " + std::to_string(kMostPixels) +
+                           " pixels cannot be read");
     }
     image.format = PNG_FORMAT_RGBA;
     image.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // 16 bits mean the same levels as 8
-    std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(image));
+    std::vector<unsigned char> pixels(count * 4);
     if (png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) == 0) {
         throw PictureError(std::string("a broken PNG: ") + image.message);
     }
