@@ -100,7 +100,7 @@ std::string UnfinishedJob::streamPath() const {
 }
 
 std::string UnfinishedJob::addPicture(std::size_t number, std::string_view png) {
-    const std::string name = "label-" + std::to_string(number) + ".png";
+    std::string name = "label-" + std::to_string(number) + ".png";
     kelp_preview::writeWholeFile(files_.path() + "/" + name, png);
     files_.add(name);
     return name;

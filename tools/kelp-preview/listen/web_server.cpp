@@ -60,13 +60,13 @@ std::size_t leaveEscapes(void* /*site*/, MHD_Connection* /*connection*/, char* t
 
 }  // namespace
 
-WebServer::WebServer(Descriptor listener, const WebSite& site) {
-    daemon_ = MHD_start_daemon(
-        MHD_USE_EPOLL, 0, nullptr, nullptr, onRequest, const_cast<WebSite*>(&site),
-        MHD_OPTION_LISTEN_SOCKET, listener.get(), MHD_OPTION_CONNECTION_LIMIT, kConnections,
-        MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, MHD_OPTION_CONNECTION_MEMORY_LIMIT,
-        kMemoryOfOne, MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_UNESCAPE_CALLBACK, leaveEscapes,
-        nullptr, MHD_OPTION_END);
+WebServer::WebServer(Descriptor listener, const WebSite& site)
+    : daemon_(MHD_start_daemon(
+          MHD_USE_EPOLL, 0, nullptr, nullptr, onRequest, const_cast<WebSite*>(&site),
+          MHD_OPTION_LISTEN_SOCKET, listener.get(), MHD_OPTION_CONNECTION_LIMIT, kConnections,
+          MHD_OPTION_CONNECTION_TIMEOUT, kIdleSeconds, MHD_OPTION_CONNECTION_MEMORY_LIMIT,
+          kMemoryOfOne, MHD_OPTION_STRICT_FOR_CLIENT, 1, MHD_OPTION_UNESCAPE_CALLBACK, leaveEscapes,
+          nullptr, MHD_OPTION_END)) {
     if (daemon_ == nullptr) {
         throw std::runtime_error("the web page cannot be served");
     }

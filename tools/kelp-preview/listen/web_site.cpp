@@ -2,6 +2,8 @@
 
 #include <strings.h>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -74,13 +76,10 @@ bool WebSite::isForUs(const Request& request) const {
         return true;
     }
     const std::string host = withoutPort(request.host.value_or(""));
-    for (const std::string& name :
-         {std::string("localhost"), std::string("127.0.0.1"), std::string("::1"), ownHost_}) {
-        if (strcasecmp(host.c_str(), name.c_str()) == 0) {
-            return true;
-        }
-    }
-    return false;
+    const std::array<std::string, 4> ours{"localhost", "127.0.0.1", "::1", ownHost_};
+    return std::any_of(ours.begin(), ours.end(), [&](const std::string& name) {
+        return strcasecmp(host.c_str(), name.c_str()) == 0;
+    });
 }
 
 Answer WebSite::found(const Request& request) const {

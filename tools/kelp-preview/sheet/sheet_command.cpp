@@ -38,9 +38,8 @@ struct SheetOptions {
 };
 
 std::string sheetName(const SheetOptions& options) {
-    const std::string name = options.sheet.empty()
-                                 ? fs::path(options.file).stem().string() + "-sheet.png"
-                                 : options.sheet;
+    std::string name = options.sheet.empty() ? fs::path(options.file).stem().string() + "-sheet.png"
+                                             : options.sheet;
     std::error_code none;
     if (fs::equivalent(name, options.file, none)) {
         throw std::runtime_error("the sheet would replace the picture " + options.file);
@@ -131,6 +130,7 @@ int sheet(const SheetOptions& options) {
 
 std::vector<std::string> halftoneNames() {
     std::vector<std::string> names;
+    names.reserve(kHalftones.size());
     for (const Halftone& halftone : kHalftones) {
         names.emplace_back(halftone.optionName());
     }
