@@ -154,6 +154,12 @@ TEST(PrinterOutputOrder, TheCountOfAFormatIsThatOfTheLastStream) {
     EXPECT_EQ(good.take(), "abcabc");
 }
 
+TEST(PrinterOutputOrder, TheCountOfAFormatWithoutStreamsIsZero) {
+    ZplPrinter printer;
+    printer.getOutputStreams().clear();
+    EXPECT_EQ(printer.printFormat("%s", "abc"), 0);
+}
+
 TEST(PrinterOutputOrder, NothingIsFlushed) {
     std::string notes;
     NotingStream stream(notes, 'a');
