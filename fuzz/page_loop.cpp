@@ -12,6 +12,7 @@
 #include "fuzz/captured_log.h"
 #include "fuzz/check.h"
 #include "fuzz/left_files.h"
+#include "fuzz/page_loop_plan.h"
 #include "fuzz/raster_reads.h"
 #include "preview/stream_decoder.h"
 #include "printer/zpl_printer.h"
@@ -20,30 +21,11 @@
 namespace {
 
 using kelp_fuzz::RasterJob;
+using namespace kelp_fuzz::page_loop_plan;
 using kelp_fuzz::RasterReads;
 using kelp_fuzz::require;
 using kelp_fuzz::require_same;
 using kelp_test::MemoryStream;
-
-// The target's bytes of the plan.
-enum Plan : std::size_t {
-    halftone = RasterJob::own,
-    brightness,
-    darkness,
-    gaps,
-    flags,
-    words,
-    failing_files,
-    unusual,  // odd: the parameters that follow are used
-    border = unusual + 1,
-    border_shift,
-    resolution,
-    skipped,
-    edges,
-    contrast,
-    plan_end
-};
-static_assert(plan_end <= RasterJob::plan_size);
 
 struct Outcome {
     int status = -1;

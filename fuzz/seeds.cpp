@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "fuzz/page_loop_plan.h"
 #include "fuzz/raster_job.h"
 #include "tests/fitter/rasters.h"
 #include "tests/support/files.h"
@@ -94,6 +95,14 @@ void make_changed_headers(Seeds& seeds, const std::string& stream, Random& rando
         for (const bool is_plain : {true, false}) {
             std::string plan =
                 is_plain ? std::string(RasterJob::plan_size, '\0') : random_plan(random);
+            if (!is_plain && field == ChangedField::page_size_name) {
+                // A border of 1 to 10 mm at 10 to 30 dots per inch.
+                using namespace kelp_fuzz::page_loop_plan;
+                plan[unusual] = 1;
+                plan[border] = static_cast<char>(random.between(1, 10));
+                plan[border_shift] = 0;
+                plan[resolution] = static_cast<char>(random.between(10, 30));
+            }
             plan[RasterJob::change] = static_cast<char>(field);
             plan[RasterJob::change_value] = static_cast<char>(value & 255);
             plan[RasterJob::change_value + 2] = static_cast<char>(value >> 16 & 255);
