@@ -107,10 +107,26 @@ TEST(PageFitter, SaysWhichResolutionToChoose) {
     EXPECT_EQ(outcome.error,
               "The page comes in 600dpi, the printer prints 203dpi. Choose Resolution=203dpi.");
     EXPECT_EQ(outcome.pages.size(), 0U);
+
+    fine.header.HWResolution[0] = 203;
+    EXPECT_EQ(fit(raw_raster_stream({fine}), page).error,
+              "The page comes in 203x600dpi, the printer prints 203dpi. Choose Resolution=203dpi.");
+}
+
+TEST(PageFitter, RefusesRowsWithoutRoomForTheirLastBits) {
+    RawPage page = page_of(k8, 1, 1, "A");
+    page.header.cupsWidth = 9;
+    page.header.cupsBitsPerColor = page.header.cupsBitsPerPixel = 1;
+    EXPECT_EQ(fit(raw_raster_stream({page}), target(12, 1)).error,
+              "The raster to print is damaged: a cupsBytesPerLine of 1 is less than the 2 that a "
+              "cupsWidth of 9 needs.");
+    page.header.cupsWidth = 8;
+    EXPECT_EQ(fit(raw_raster_stream({page}), target(12, 1)).error, "");
 }
 
 TEST(PageFitter, TheHeaderHasThePagesPolarity) {
-    const cups_page_header2_t header = page_of(srgb, 4, 1, "").header;
+    cups_page_header2_t header = page_of(srgb, 4, 1, "").header;
+    header.cupsCompression = 7;
     EXPECT_EQ(fittedHeader(header, target(12, 4)).cupsColorSpace, CUPS_CSPACE_K);
     const cups_page_header2_t white = fittedHeader(header, target(12, 4, Polarity::kWhiteSpace));
     EXPECT_EQ(white.cupsColorSpace, CUPS_CSPACE_W);
@@ -119,6 +135,7 @@ TEST(PageFitter, TheHeaderHasThePagesPolarity) {
     EXPECT_EQ(white.cupsWidth, 12U);
     EXPECT_EQ(white.cupsBytesPerLine, 12U);
     EXPECT_EQ(white.cupsHeight, 4U);
+    EXPECT_EQ(white.cupsCompression, 0U);
 }
 
 }  // namespace

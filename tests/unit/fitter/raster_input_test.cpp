@@ -4,11 +4,26 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <thread>
 
 #include "fitter/fit_error.h"
 #include "tests/fitter/rasters.h"
 #include "tests/unit/fitter/memory_file.h"
+
+// Linked in place of read: so many calls are interrupted first.
+static int interruptions = 0;
+
+extern "C" ssize_t __real_read(int descriptor, void* bytes, std::size_t size);
+extern "C" ssize_t __wrap_read(int descriptor, void* bytes, std::size_t size);
+extern "C" ssize_t __wrap_read(int descriptor, void* bytes, std::size_t size) {
+    if (interruptions > 0) {
+        --interruptions;
+        errno = EINTR;
+        return -1;
+    }
+    return __real_read(descriptor, bytes, size);
+}
 
 namespace kelp_test {
 namespace {
@@ -97,6 +112,12 @@ TEST(RasterInput, TellsARefusedHeaderFromTheEnd) {
     EXPECT_EQ(read_all(first + std::string(sizeof(cups_page_header2_t), '\0')),
               std::string("abcdefgh") + damaged);
     EXPECT_EQ(read_all(first + std::string(100'000, '\0')), std::string("abcdefgh") + damaged);
+}
+
+TEST(RasterInput, ReadsOnWhereItIsInterrupted) {
+    interruptions = 3;
+    EXPECT_EQ(read_all(raw_raster_stream(two_pages)), "abcdefghijkl");
+    EXPECT_EQ(interruptions, 0);
 }
 
 TEST(RasterInput, ReportsWhyItCannotRead) {

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 
 #include "fitter/fit_error.h"
 #include "tests/fitter/rasters.h"
@@ -66,6 +67,16 @@ TEST(RasterOutput, ReportsAFullDisk) {
     const Descriptor full(open("/dev/full", O_WRONLY | O_CLOEXEC));
     EXPECT_EQ(error_of([&] { RasterOutput output(full.get()); }),
               "Unable to write the fitted raster: No space left on device.");
+}
+
+TEST(RasterOutput, TellsAReaderThatHasGone) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    close(ends[0]);
+    const Descriptor to(ends[1]);
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_THROW(RasterOutput output(to.get()), ReaderGone);
+    std::signal(SIGPIPE, before);
 }
 
 TEST(RasterOutput, ReportsWhatIsLostInTheMiddle) {

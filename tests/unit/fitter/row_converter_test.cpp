@@ -122,6 +122,20 @@ TEST(RowConverter, WhiteIsWhite) {
     EXPECT_EQ(whiteSample(white_space), 255);
 }
 
+// Of planes and bands a pixel has the bits of one color.
+TEST(RowConverter, RefusesSeveralPlanesOfGrey) {
+    for (const cups_order_t order : {CUPS_ORDER_BANDED, CUPS_ORDER_PLANAR}) {
+        cups_page_header2_t header{};
+        header.cupsColorSpace = CUPS_CSPACE_K;
+        header.cupsColorOrder = order;
+        header.cupsBitsPerColor = header.cupsBitsPerPixel = 8;
+        header.cupsNumColors = 3;
+        EXPECT_THROW(rowConverter(header, black_space), FitError);
+        header.cupsNumColors = 1;
+        EXPECT_NO_THROW(rowConverter(header, black_space));
+    }
+}
+
 TEST(RowConverter, RefusesOtherSpacesDepthsAndOrders) {
     for (unsigned space = 0; space < 64; ++space) {
         for (const unsigned bits : {1U, 2U, 4U, 8U, 16U}) {

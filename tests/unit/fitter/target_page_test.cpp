@@ -100,6 +100,17 @@ std::string refusal(unsigned width, unsigned height, float points = 1) {
     return {};
 }
 
+TEST(TargetPage, IsOfEightBitsAColorAndAPixel) {
+    cups_page_header2_t header = page_of(k8, 4, 1, "").header;
+    header.cupsPageSize[0] = header.cupsPageSize[1] = 1;
+    EXPECT_NO_THROW(targetPageOf(header));
+    header.cupsBitsPerColor = 16;
+    EXPECT_THROW(targetPageOf(header), FitError);
+    header.cupsBitsPerColor = 8;
+    header.cupsBitsPerPixel = 16;
+    EXPECT_THROW(targetPageOf(header), FitError);
+}
+
 TEST(TargetPage, IsNeitherEmptyNorMoreThanTheFilterTakes) {
     EXPECT_EQ(refusal(4, 1), "");
     EXPECT_EQ(refusal(3, 1), "The page size of 3 x 1 dots is too small to print on.");
