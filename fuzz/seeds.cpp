@@ -183,7 +183,10 @@ void make_images(const std::vector<Seeds>& targets) {
 void make_printer_stream(Seeds seeds) {
     for (const auto& [name, content] : kelp_test::read_directory(KELP_GOLDEN_DIR)) {
         if (name.ends_with(".zpl")) {
-            seeds.add(content);
+            // The last byte is the limit; see printer_stream.cpp.
+            for (const int limit : {0, 4, 20, 100}) {
+                seeds.add(content + static_cast<char>(limit));
+            }
         }
     }
 }
