@@ -68,6 +68,10 @@ Spoil ppd_with_options(const std::string& text, const std::string& options) {
     };
 }
 
+Spoil made_late(const std::function<Spoil()>& make) {
+    return [make](const Sandbox& sandbox) { return make()(sandbox); };
+}
+
 Spoil ppd(const std::string& text) {
     return ppd_with_options(text, "");
 }

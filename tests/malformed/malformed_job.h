@@ -49,6 +49,8 @@ Spoil raster(const std::string& stream);
 Spoil ppd(const std::string& text);
 Spoil ppd_path(const std::string& path);
 Spoil options(const std::string& text);
+// Made only when the row is run: every test is a process that makes the whole table.
+Spoil made_late(const std::function<Spoil()>& make);
 // A printer description and options that are about it.
 Spoil ppd_with_options(const std::string& text, const std::string& options);
 Spoil arguments(const std::vector<std::string>& all);

@@ -79,8 +79,9 @@ std::vector<MalformedJob> refused() {
     refuse("SizesAreAlmostNothing", ppd(sized("0.0000000001", "0.0000000001")));
     refuse("CutInItsHead", ppd(bare().substr(0, 100)));
     refuse("AHundredThousandStars", ppd("*PPD-Adobe: \"4.3\"\n" + std::string(100'000, '*')));
-    refuse("OneLineOfAMillionBytes",
-           ppd("*PPD-Adobe: \"4.3\"\n*Kelp: " + std::string(1'000'000, 'x')));
+    refuse("OneLineOfAMillionBytes", made_late([] {
+               return ppd("*PPD-Adobe: \"4.3\"\n*Kelp: " + std::string(1'000'000, 'x'));
+           }));
     return rows;
 }
 
@@ -129,8 +130,7 @@ std::vector<MalformedJob> let_through() {
         {"GroupNotClosed", ppd(bare() + "*OpenGroup: A/A\n" + speed), 0, "", fast},
         {"AnyFileIncluded", ppd(bare() + "*Include: \"/etc/passwd\"\n" + speed), 0, "", fast},
         {"BytesOfZeroBehind", ppd(bare() + std::string(10, '\0')), 0, "", as_usual},
-        {"TwentyThousandChoices",
-         [] {
+        {"TwentyThousandChoices", made_late([] {
              Ppd large = bare_ppd();
              std::vector<std::string> choices;
              for (int i = 1; i <= 20'000; ++i) {
@@ -138,12 +138,14 @@ std::vector<MalformedJob> let_through() {
              }
              return ppd_with_options(large.option("PrintSpeed", choices).text(),
                                      "PrintSpeed=20000");
-         }(),
+         }),
          0, "", printed({"^MNN", "^PON", "^PR20000", "~SD0"})},
-        {"TenMillionBytesOfComments",
-         ppd(bare() +
-             replaced(std::string(100'000, '\n'), "\n", "*%" + std::string(98, '%') + "\n") +
-             speed),
+        {"TenMillionBytesOfComments", made_late([] {
+             return ppd(
+                 bare() +
+                 replaced(std::string(100'000, '\n'), "\n", "*%" + std::string(98, '%') + "\n") +
+                 speed);
+         }),
          0, "", fast},
         {"SizesOverAFloat", ppd(sized("1e99", "1e99")), 0, "", as_usual},
         {"SizesInExponents", ppd(sized("2.88e2", "4.32E+2")), 0, "", as_usual},
