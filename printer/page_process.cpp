@@ -83,9 +83,12 @@ int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int b
     // Inverts once more for a negative print; the buffer is a by-product, pimage_ is printed.
     copyProcessedPixels(pimage_, out, static_cast<int>(pimage_->GetWidth()),
                         static_cast<int>(pimage_->GetHeight()), effWidth);
+    // Its low 32 bits where it is more.
+    const auto length =
+        static_cast<int>(static_cast<unsigned int>(height) * static_cast<unsigned int>(effWidth));
     kelpLogCommon(0, "PageProcess: Filled the output buffer with processed pixels, length: %d",
-                  height * effWidth);
-    return height * effWidth;
+                  length);
+    return length;
 }
 
 void KelpPrinter::copyPixels(const CxImage& img, unsigned char* out, int width, int height,
