@@ -1,4 +1,5 @@
-// A stream that ends too early, at every byte of a two-page job.
+// A stream that ends too early: at every byte of a two-page job but for the inner ones of its
+// headers.
 
 #include <gtest/gtest.h>
 
@@ -30,17 +31,32 @@ std::string output_of(std::size_t length) {
     return output;
 }
 
+// Whether the byte is far from both ends of a header, where only every ninth is tried: a header is
+// read as one.
+bool is_left_out(std::size_t length) {
+    constexpr std::size_t page_size = header_size + pixels_size;
+    constexpr std::size_t edge = 64;
+    if (length < sync_size) {
+        return false;
+    }
+    const std::size_t in_page = (length - sync_size) % page_size;
+    return in_page > edge && in_page < header_size - edge && length % 9 != 0;
+}
+
 // The offsets are dealt out to several tests so that they can run side by side.
-constexpr std::size_t shares = 8;
+constexpr std::size_t shares = 2;
 
-class CutAtEveryByte : public testing::TestWithParam<std::size_t> {};
+class CutAtAnyByte : public testing::TestWithParam<std::size_t> {};
 
-TEST_P(CutAtEveryByte, PrintsTheWholePagesAndNoPartOfAPicture) {
+TEST_P(CutAtAnyByte, PrintsTheWholePagesAndNoPartOfAPicture) {
     const std::string stream = raster_stream({tiny_page(), tiny_page()});
     ASSERT_EQ(stream.size(), sync_size + 2 * (header_size + pixels_size));
     const Sandbox sandbox;
     Job job;
     for (std::size_t length = GetParam(); length < stream.size(); length += shares) {
+        if (is_left_out(length)) {
+            continue;
+        }
         job.raster = stream.substr(0, length);
         const JobResult result = sandbox.run(job);
         EXPECT_EQ(result.exit_status, 0) << "cut at " << length;
@@ -48,7 +64,7 @@ TEST_P(CutAtEveryByte, PrintsTheWholePagesAndNoPartOfAPicture) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Share, CutAtEveryByte, testing::Range<std::size_t>(0, shares));
+INSTANTIATE_TEST_SUITE_P(Share, CutAtAnyByte, testing::Range<std::size_t>(0, shares));
 
 TEST(CutStream, CutInCompressedPixelsPrintsNothingOfThatPicture) {
     const std::string stream =
