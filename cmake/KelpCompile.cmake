@@ -18,7 +18,8 @@ option(KELP_HARDEN "Harden the programs" ON)
 
 include(CheckCXXCompilerFlag)
 set(kelp_hardening -fPIE -fstack-protector-strong -Wformat -Werror=format-security)
-# Not every processor has them.
+# Not every processor has them; Clang only warns of one that it has not.
+set(CMAKE_REQUIRED_FLAGS -Werror)
 foreach(flag IN ITEMS -fcf-protection -mbranch-protection=standard)
   string(MAKE_C_IDENTIFIER "KELP_HAS${flag}" known)
   check_cxx_compiler_flag(${flag} ${known})
@@ -26,6 +27,7 @@ foreach(flag IN ITEMS -fcf-protection -mbranch-protection=standard)
     list(APPEND kelp_hardening ${flag})
   endif()
 endforeach()
+unset(CMAKE_REQUIRED_FLAGS)
 # Packagers bring a level of their own. The C library warns of it without optimisation.
 if(NOT "${CMAKE_CXX_FLAGS}" MATCHES "_FORTIFY_SOURCE")
   list(APPEND kelp_hardening
