@@ -2,6 +2,7 @@
 #
 #   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers,
 #                                  counters, hardening where the build is optimised
+#   kelp_plain_c(<target>)  a test's C that is loaded into a program or stands in for one
 #   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
@@ -44,6 +45,13 @@ function(kelp_harden target)
   endif()
 endfunction()
 
+function(kelp_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(KELP_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
 function(kelp_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
@@ -55,12 +63,8 @@ function(kelp_compile_options target)
   endif()
   # A fused multiply-add rounds once where two operations round twice: it would
   # change single dots between compilers and processors.
-  target_compile_options(${target} PRIVATE
-    -ffp-contract=off
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-  if(KELP_WARNINGS_AS_ERRORS)
-    target_compile_options(${target} PRIVATE -Werror)
-  endif()
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
+  kelp_warnings(${target})
   if(KELP_COVERAGE)
     string(FIND "${CMAKE_CURRENT_SOURCE_DIR}/" "${PROJECT_SOURCE_DIR}/tests/" in_tests)
     if(NOT in_tests EQUAL 0)
@@ -79,6 +83,12 @@ function(kelp_compile_options target)
     # What the code under test does guides a fuzzer, not what the code that judges it does.
     target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
   endif()
+endfunction()
+
+# It must not bring a sanitizer runtime of its own: the project's warnings, none of its other options.
+function(kelp_plain_c target)
+  set_target_properties(${target} PROPERTIES C_STANDARD 17 C_EXTENSIONS ON)
+  kelp_warnings(${target})
 endfunction()
 
 # For files full of another library's templates that run once a process, such as those that declare
