@@ -9,34 +9,46 @@
 
 namespace {
 
-bool isPlainFile(int descriptor, const char* path) {
-    struct stat opened {};
-    struct stat named {};
-    // That it has one name is not enough: it may be the one that is left of two, and not this.
-    return fstat(descriptor, &opened) == 0 && S_ISREG(opened.st_mode) && opened.st_nlink == 1 &&
-           lstat(path, &named) == 0 && named.st_nlink == 1 && named.st_dev == opened.st_dev &&
-           named.st_ino == opened.st_ino;
+// Another filter, or somebody else, may put a file there again as soon as one is removed.
+constexpr int maxAttempts = 10;
+
+// Makes way for a new file. A plain file with no other name is removed, nothing else is.
+bool removeOldFile(const char* path) {
+    struct stat status {};
+    if (lstat(path, &status) != 0) {
+        return errno == ENOENT;
+    }
+    // Without any name: another removes it at this moment.
+    if (!S_ISREG(status.st_mode) || status.st_nlink > 1) {
+        errno = EINVAL;
+        return false;
+    }
+    return unlink(path) == 0 || errno == ENOENT;
+}
+
+// The descriptor, or -1 with errno set.
+int makeFile(const char* path, int access) {
+    int descriptor = -1;
+    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
+        // Always a new file: whatever is looked up about an old one may have changed since.
+        descriptor = open(path, access | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor >= 0 || errno != EEXIST || !removeOldFile(path)) {
+            return descriptor;
+        }
+    }
+    errno = EEXIST;
+    return -1;
 }
 
 }  // namespace
 
 OwnedFile openOutputFile(const char* path, const char* mode) {
     const bool alsoRead = std::strchr(mode, '+') != nullptr;
-    // Emptied only after the check: opening with O_TRUNC would already have done the damage.
-    const int descriptor = open(
-        path, (alsoRead ? O_RDWR : O_WRONLY) | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+    const int descriptor = makeFile(path, alsoRead ? O_RDWR : O_WRONLY);
     if (descriptor < 0) {
         return nullptr;
     }
-    if (!isPlainFile(descriptor, path)) {
-        close(descriptor);
-        errno = EINVAL;
-        return nullptr;
-    }
-    OwnedFile stream;
-    if (ftruncate(descriptor, 0) == 0) {
-        stream.reset(fdopen(descriptor, mode));
-    }
+    OwnedFile stream(fdopen(descriptor, mode));
     if (!stream) {
         close(descriptor);
     }

@@ -10,11 +10,12 @@ struct CFileCloser {
 };
 using OwnedFile = std::unique_ptr<std::FILE, CFileCloser>;
 
-/// Opens a file for writing from its start, emptied or made anew.
+/// Makes a file for writing, in the place of one that has its name already.
 ///
-/// The filter runs in the spooler's service and writes to names that others can guess. So nothing
-/// but a regular file with this one name is opened: a symbolic link is not followed, a FIFO or
-/// device not waited for, a second hard link not written through. Null, with errno set, instead.
+/// The filter runs in the spooler's service and writes to names that others can guess. So only a
+/// file that this call makes is ever written to. A regular file with this one name is removed
+/// first; for anything else, a link, a second hard link, a FIFO, a device, a directory, the result
+/// is null, with errno set, and what is there stays.
 /// @param mode as fopen takes it: "w", "w+" or "wb+"
 OwnedFile openOutputFile(const char* path, const char* mode);
 

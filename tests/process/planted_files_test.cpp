@@ -234,5 +234,32 @@ INSTANTIATE_TEST_SUITE_P(
                plant_names[static_cast<std::size_t>(std::get<1>(of.param))];
     });
 
+// Of an earlier job in the same second, say.
+TEST(OlderFiles, AreReplacedByThoseOfTheJob) {
+    Job job = job_of({tiny_page()});
+    job.ppd = bare_ppd()
+                  .option("RecordPrinterCommands", {"1"})
+                  .attribute("kelpFilterOutputFile", "rec")
+                  .text();
+    const Sandbox sandbox;
+    const JobResult first = sandbox.run(job);
+    for (const auto& [folder, files] : {std::pair{sandbox.spool(), first.snapshots},
+                                        {sandbox.working_directory(), first.recordings}}) {
+        for (const auto& [name, content] : files) {
+            write_file(folder / name, std::string(9999, 'x'));
+        }
+    }
+    write_file(sandbox.debug_log(), std::string(9999, 'x'));
+
+    const JobResult second = sandbox.run(job);
+    EXPECT_EQ(lines_with(second.error, "KelpPrinter::"), std::vector<std::string>{});
+    EXPECT_EQ(second.snapshots, first.snapshots);
+    EXPECT_EQ(second.snapshots.size(), 2U);
+    EXPECT_EQ(second.recordings, first.recordings);
+    EXPECT_EQ(second.recordings.size(), 1U);
+    EXPECT_EQ(second.debug_line,
+              "cupsWidth:16, cupsHeight:2, cupsBytesPerLine:16, cupsBitsPerPixel:8\n");
+}
+
 }  // namespace
 }  // namespace kelp_test

@@ -1,8 +1,8 @@
 // A library to be preloaded into a program under test. It gives the program a world of its own:
 //
-//   KELP_TEST_WORLD=DIR   /tmp/xxxxx.log and everything below /var/spool/cups/tmp are opened, and
-//                         looked up by lstat, below DIR instead, with the very flags the program
-//                         asked for;
+//   KELP_TEST_WORLD=DIR   /tmp/xxxxx.log and everything below /var/spool/cups/tmp are opened,
+//                         looked up by lstat and removed below DIR instead, with the very flags
+//                         the program asked for;
 //   KELP_TEST_TIME=SECONDS   the time of day stands still at that many seconds since the epoch.
 //
 // Every other path, and every other clock, is the real one.
@@ -113,6 +113,11 @@ int __openat64_2(int directory, const char* path, int flags) {
 int lstat(const char* restrict path, struct stat* restrict result) {
     char buffer[PATH_MAX];
     return NEXT(lstat)(moved(path, buffer), result);
+}
+
+int unlink(const char* path) {
+    char buffer[PATH_MAX];
+    return NEXT(unlink)(moved(path, buffer));
 }
 
 static int fixed_time(time_t* seconds) {

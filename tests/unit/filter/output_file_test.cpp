@@ -18,20 +18,39 @@
 
 namespace {
 
-// What someone else does between the opening of a file and the look at it.
-std::function<void()> before_fstat;
+// What someone else does as an old file makes way.
+struct Meanwhile {
+    std::function<void()> before_look{};
+    std::function<void()> before_removal{};
+    std::function<void()> after_removal{};
+} meanwhile;
 
 }  // namespace
 
 extern "C" {
-int __real_fstat(int descriptor, struct stat* status);
-int __wrap_fstat(int descriptor, struct stat* status);
+int __real_lstat(const char* path, struct stat* status);
+int __wrap_lstat(const char* path, struct stat* status);
+int __real_unlink(const char* path);
+int __wrap_unlink(const char* path);
 
-int __wrap_fstat(int descriptor, struct stat* status) {
-    if (before_fstat) {
-        before_fstat();
+int __wrap_lstat(const char* path, struct stat* status) {
+    if (meanwhile.before_look) {
+        meanwhile.before_look();
     }
-    return __real_fstat(descriptor, status);
+    return __real_lstat(path, status);
+}
+
+int __wrap_unlink(const char* path) {
+    if (meanwhile.before_removal) {
+        meanwhile.before_removal();
+    }
+    const int result = __real_unlink(path);
+    const int reason = errno;
+    if (meanwhile.after_removal) {
+        meanwhile.after_removal();
+    }
+    errno = reason;
+    return result;
 }
 }
 
@@ -40,12 +59,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class BeforeFstat {
+class SomeoneElse {
   public:
-    explicit BeforeFstat(std::function<void()> action) { before_fstat = std::move(action); }
-    ~BeforeFstat() { before_fstat = nullptr; }
-    BeforeFstat(const BeforeFstat&) = delete;
-    BeforeFstat& operator=(const BeforeFstat&) = delete;
+    explicit SomeoneElse(Meanwhile actions) { meanwhile = std::move(actions); }
+    ~SomeoneElse() { meanwhile = {}; }
+    SomeoneElse(const SomeoneElse&) = delete;
+    SomeoneElse& operator=(const SomeoneElse&) = delete;
 };
 
 constexpr const char* modes[] = {"w", "w+", "wb+"};
@@ -95,7 +114,7 @@ TEST_P(OutputFile, ANewFileIsReadableAndWritableAsTheUmaskAllows) {
     EXPECT_EQ(fs::status(path).permissions(), static_cast<fs::perms>(0644));
 }
 
-TEST_P(OutputFile, AnOlderLongerFileIsEmptied) {
+TEST_P(OutputFile, AnOlderLongerFileIsReplaced) {
     write_file(path, std::string(10'000, 'x'));
     OwnedFile file = open_file(path);
     ASSERT_NE(file, nullptr);
@@ -192,25 +211,77 @@ TEST_P(OutputFile, IsReadableToWhereThereIsAPlus) {
     EXPECT_EQ(access, plus ? O_RDWR : O_WRONLY);
 }
 
-TEST_P(OutputFile, AHardLinkThatGoesAsItIsOpenedIsNotWrittenThrough) {
+TEST_P(OutputFile, AnOlderFileIsNotWrittenButReplaced) {
+    // So nothing is written through a name that it got, or will get, at any moment.
+    write_file(path, "old");
+    const Descriptor older(open(path.c_str(), O_RDONLY));
+    OwnedFile file = open_file(path);
+    ASSERT_NE(file, nullptr);
+    std::fputs("new", file.get());
+    file.reset();
+    EXPECT_EQ(read_file(path), "new");
+    std::string content(4, '\0');
+    content.resize(static_cast<std::size_t>(read(older.get(), content.data(), content.size())));
+    EXPECT_EQ(content, "old");
+}
+
+TEST_P(OutputFile, AHardLinkThatComesAfterTheLookIsNotWrittenThrough) {
+    write_file(path, "old");
     write_file(directory / "precious", "not to be touched");
-    fs::create_hard_link(directory / "precious", path);
     {
-        // The file has one name then, as one of the filter's own has.
-        const BeforeFstat removal([this] { fs::remove(path); });
+        const SomeoneElse swaps({.before_removal = [this] {
+            fs::create_hard_link(directory / "precious", directory / "link");
+            fs::rename(directory / "link", path);
+        }});
+        EXPECT_NE(open_file(path), nullptr);
+    }
+    EXPECT_EQ(read_file(directory / "precious"), "not to be touched");
+    EXPECT_EQ(fs::hard_link_count(directory / "precious"), 1U);
+}
+
+TEST_P(OutputFile, ALinkThatComesAfterTheRemovalIsNotFollowed) {
+    write_file(path, "old");
+    write_file(directory / "precious", "not to be touched");
+    {
+        const SomeoneElse plants(
+            {.after_removal = [this] { fs::create_symlink(directory / "precious", path); }});
         expect_refused(path);
     }
     EXPECT_EQ(read_file(directory / "precious"), "not to be touched");
+    EXPECT_TRUE(fs::is_symlink(path));
 }
 
-TEST_P(OutputFile, AFileThatIsReplacedAsItIsOpenedIsNotWritten) {
-    write_file(path, "old");
-    write_file(directory / "other", "new");
-    {
-        const BeforeFstat swap([this] { fs::rename(directory / "other", path); });
-        expect_refused(path);
+TEST_P(OutputFile, AFileThatAnotherRemovesFirstIsMade) {
+    for (const auto moment : {&Meanwhile::before_look, &Meanwhile::before_removal}) {
+        write_file(path, "old");
+        Meanwhile actions;
+        actions.*moment = [this] { fs::remove(path); };
+        const SomeoneElse removes(actions);
+        EXPECT_NE(open_file(path), nullptr);
+        EXPECT_TRUE(fs::exists(path));
     }
-    EXPECT_EQ(read_file(path), "new");
+}
+
+TEST_P(OutputFile, AFileThatComesAgainIsReplacedAgain) {
+    // As where two filters open the same path.
+    write_file(path, "old");
+    int times = 0;
+    const SomeoneElse writes({.after_removal = [&] {
+        if (++times < 9) {
+            write_file(path, "another's");
+        }
+    }});
+    EXPECT_NE(open_file(path), nullptr);
+    EXPECT_EQ(times, 9);
+    EXPECT_EQ(fs::file_size(path), 0U);
+}
+
+TEST_P(OutputFile, AFileThatComesAgainForEverIsRefused) {
+    write_file(path, "old");
+    const SomeoneElse writes({.after_removal = [this] { write_file(path, "another's"); }});
+    EXPECT_EQ(open_file(path), nullptr);
+    EXPECT_EQ(errno, EEXIST);
+    EXPECT_EQ(read_file(path), "another's");
 }
 
 }  // namespace
