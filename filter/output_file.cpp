@@ -10,7 +10,7 @@
 namespace {
 
 // Another filter, or somebody else, may put a file there again as soon as one is removed.
-constexpr int maxAttempts = 10;
+constexpr int kMaxAttempts = 10;
 
 // Makes way for a new file. A plain file with no other name is removed, nothing else is.
 bool removeOldFile(const char* path) {
@@ -29,7 +29,7 @@ bool removeOldFile(const char* path) {
 // The descriptor, or -1 with errno set.
 int makeFile(const char* path, int access) {
     int descriptor = -1;
-    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
         // Always a new file: whatever is looked up about an old one may have changed since.
         descriptor = open(path, access | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor >= 0 || errno != EEXIST || !removeOldFile(path)) {
