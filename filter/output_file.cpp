@@ -28,10 +28,9 @@ bool removeOldFile(const char* path) {
 
 // The descriptor, or -1 with errno set.
 int makeFile(const char* path, int access) {
-    int descriptor = -1;
     for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
         // Always a new file: whatever is looked up about an old one may have changed since.
-        descriptor = open(path, access | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const int descriptor = open(path, access | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor >= 0 || errno != EEXIST || !removeOldFile(path)) {
             return descriptor;
         }
