@@ -9,13 +9,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <new>
 
 #include "filter/log.h"
+#include "filter/memory_checked.h"
 #include "filter/output_file.h"
 #include "filter/page_loop.h"
 #include "filter/settings.h"
@@ -70,14 +70,9 @@ class PublishedPrinter {
 
 using OwnedRaster = std::unique_ptr<cups_raster_t, CloseRaster>;
 
-/// Null for what is no raster stream. Throws std::bad_alloc: libcups gives null then as well.
+/// Null for what is no raster stream.
 OwnedRaster openRaster(int descriptor) {
-    errno = 0;
-    OwnedRaster raster(cupsRasterOpen(descriptor, CUPS_RASTER_READ));
-    if (!raster && errno == ENOMEM) {
-        throw std::bad_alloc();
-    }
-    return raster;
+    return memoryChecked([&] { return OwnedRaster(cupsRasterOpen(descriptor, CUPS_RASTER_READ)); });
 }
 
 /// A recording that cannot be opened is left out; the job goes on without it.

@@ -1,12 +1,11 @@
 #include "filter/page_loop.h"
 
-#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
-#include <new>
 
 #include "filter/job_setup.h"
 #include "filter/log.h"
+#include "filter/memory_checked.h"
 #include "filter/output_file.h"
 #include "filter/page_header.h"
 #include "printer/zeroed_buffer.h"
@@ -62,17 +61,6 @@ void configurePrinter(KelpPrinter& printer, const Settings& settings,
         .setNegativePrint(settings.NegativeImage != 0);
 }
 
-/// libcups gives up on a stream without memory just as at its end, which must not pass for that.
-template <typename Read>
-unsigned int readFrom(const Read& read) {
-    errno = 0;
-    const unsigned int count = read();
-    if (count == 0 && errno == ENOMEM) {
-        throw std::bad_alloc();
-    }
-    return count;
-}
-
 }  // namespace
 
 int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) {
@@ -80,7 +68,7 @@ int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) 
     cups_page_header2_t header;
     int page = 0;
     while (raster != nullptr &&
-           readFrom([&] { return cupsRasterReadHeader2(raster, &header); }) != 0) {
+           memoryChecked([&] { return cupsRasterReadHeader2(raster, &header); }) != 0) {
         if (header.cupsBitsPerPixel != 8) {
             kelpLogCommon(3, "Unsupported bits per pixel : %d ! Requires 8 bits per pixel!",
                           static_cast<int>(header.cupsBitsPerPixel));
@@ -106,7 +94,8 @@ int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) 
         setCls();
         logPageHeader(header, ++page);
 
-        if (readFrom([&] { return cupsRasterReadPixels(raster, pixels.data(), pageSize); }) > 0) {
+        if (memoryChecked([&] { return cupsRasterReadPixels(raster, pixels.data(), pageSize); }) >
+            0) {
             LastSet = 0;
             printer.printImage(pixels.data(), header.cupsBytesPerLine, header.cupsHeight,
                                header.cupsWidth);

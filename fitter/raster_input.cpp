@@ -1,13 +1,14 @@
 #include "fitter/raster_input.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <new>
 #include <string>
 
+#include "filter/memory_checked.h"
 #include "fitter/fit_error.h"
 
 namespace {
@@ -18,12 +19,11 @@ constexpr std::size_t kBufferSize = 65536;
 }  // namespace
 
 RasterInput::RasterInput(int descriptor) : descriptor_(descriptor), buffer_(kBufferSize) {
-    errno = 0;
-    raster_.reset(cupsRasterOpenIO(deliver, this, CUPS_RASTER_READ));
-    checkReading();
-    if (!raster_ && errno == ENOMEM) {
-        throw std::bad_alloc();
-    }
+    memoryChecked([&] {
+        raster_.reset(cupsRasterOpenIO(deliver, this, CUPS_RASTER_READ));
+        checkReading();
+        return raster_.get();
+    });
     // Nothing at all is a job without pages: whoever should have sent them says why there are none.
     // Anything else that is no raster would vanish without a word, so it is an error.
     if (!raster_ && end_ > 0) {
@@ -82,7 +82,11 @@ std::size_t RasterInput::fill() {
             }
             position_ = 0;
             end_ = static_cast<std::size_t>(count);
-        } else if (errno != EINTR && errno != EAGAIN) {
+        } else if (errno == EAGAIN) {
+            // Somebody made the descriptor one that does not wait.
+            pollfd waiting{descriptor_, POLLIN, 0};
+            poll(&waiting, 1, -1);
+        } else if (errno != EINTR) {
             error_ = errno;
         }
     }

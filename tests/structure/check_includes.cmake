@@ -4,7 +4,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 # The log and the text helpers live in filter/ but stand below everything.
-set(support log halftone_type output_file standard_streams text)
+set(support log halftone_type memory_checked output_file standard_streams text)
 
 set(allowed_image image)
 set(allowed_enhance enhance)

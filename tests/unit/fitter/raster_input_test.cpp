@@ -5,18 +5,21 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <thread>
 
 #include "fitter/fit_error.h"
 #include "tests/fitter/rasters.h"
 #include "tests/unit/fitter/memory_file.h"
 
-// Linked in place of read: so many calls are interrupted first.
+// Linked in place of read: so many calls are interrupted first, and all are counted.
 static int interruptions = 0;
+static int reads = 0;
 
 extern "C" ssize_t __real_read(int descriptor, void* bytes, std::size_t size);
 extern "C" ssize_t __wrap_read(int descriptor, void* bytes, std::size_t size);
 extern "C" ssize_t __wrap_read(int descriptor, void* bytes, std::size_t size) {
+    ++reads;
     if (interruptions > 0) {
         --interruptions;
         errno = EINTR;
@@ -85,6 +88,29 @@ TEST(RasterInput, TakesAPipesBytesAsTheyCome) {
     });
     EXPECT_EQ(read_all(from.get()), "abcdefghijkl");
     writer.join();
+}
+
+TEST(RasterInput, WaitsForAPipeThatDoesNotWait) {
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+    const Descriptor from(ends[0]);
+    Descriptor to(ends[1]);
+    std::thread writer([&] {
+        const std::string stream = raw_raster_stream(two_pages);
+        for (const std::string& part : {stream.substr(0, 100), stream.substr(100)}) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            if (write(to.get(), part.data(), part.size()) < 0) {
+                break;
+            }
+        }
+        to.reset();
+    });
+    reads = 0;
+    EXPECT_EQ(read_all(from.get()), "abcdefghijkl");
+    writer.join();
+    // In vain and not, for each part and the end: a program that asks again and again makes
+    // thousands.
+    EXPECT_LE(reads, 6);
 }
 
 TEST(RasterInput, TellsACutRowFromTheEnd) {
