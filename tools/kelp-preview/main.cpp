@@ -59,6 +59,10 @@ int runWithinMemory(int argc, char* argv[], int failed) {
     } catch (const std::bad_alloc&) {
         std::fputs("kelp-preview: out of memory\n", stderr);
         return failed;
+    } catch (const std::exception& error) {
+        // An option that is declared twice, say.
+        std::fprintf(stderr, "kelp-preview: %s\n", error.what());
+        return failed;
     }
 }
 
