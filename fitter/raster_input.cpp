@@ -85,7 +85,7 @@ std::size_t RasterInput::fill() {
         } else if (errno == EAGAIN) {
             // Somebody made the descriptor one that does not wait.
             pollfd waiting{descriptor_, POLLIN, 0};
-            poll(&waiting, 1, -1);
+            static_cast<void>(poll(&waiting, 1, -1));  // if it fails, reading tells why
         } else if (errno != EINTR) {
             error_ = errno;
         }
