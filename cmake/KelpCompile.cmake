@@ -92,7 +92,8 @@ function(kelp_plain_c target)
 endfunction()
 
 # For files full of another library's templates that run once a process, such as those that declare
-# options.
+# options. GCC's analyzer would take minutes and gigabytes for each.
 function(kelp_compile_quickly)
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O1;-g1")
+  set_source_files_properties(${ARGN} PROPERTIES
+    COMPILE_OPTIONS "-O1;-g1;$<$<CXX_COMPILER_ID:GNU>:-fno-analyzer>")
 endfunction()
