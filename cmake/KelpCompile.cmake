@@ -94,6 +94,9 @@ endfunction()
 # For files full of another library's templates that run once a process, such as those that declare
 # options. GCC's analyzer would take minutes and gigabytes for each.
 function(kelp_compile_quickly)
-  set_source_files_properties(${ARGN} PROPERTIES
-    COMPILE_OPTIONS "-O1;-g1;$<$<CXX_COMPILER_ID:GNU>:-fno-analyzer>")
+  set(options -O1 -g1)
+  if("${CMAKE_CXX_FLAGS}" MATCHES "-fanalyzer")
+    list(APPEND options -fno-analyzer)
+  endif()
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${options}")
 endfunction()
