@@ -47,6 +47,16 @@ constexpr std::array plant_names{"Link",     "DanglingLink", "LinkToFifo",     "
 const std::string recording_name = "rec-20240305070809.bin";
 const std::string precious = "not to be touched";
 
+// Writes at every path that is written.
+Job recording_job() {
+    Job job = job_of({tiny_page()});
+    job.ppd = bare_ppd()
+                  .option("RecordPrinterCommands", {"1"})
+                  .attribute("kelpFilterOutputFile", "rec")
+                  .text();
+    return job;
+}
+
 class PlantedFile : public testing::TestWithParam<std::tuple<Place, Plant>> {
   protected:
     fs::path place() const {
@@ -188,12 +198,7 @@ TEST_P(PlantedFile, IsLeftAloneAndTheJobGoesOn) {
     if (IsSkipped()) {
         return;
     }
-    Job job = job_of({tiny_page()});
-    job.ppd = bare_ppd()
-                  .option("RecordPrinterCommands", {"1"})
-                  .attribute("kelpFilterOutputFile", "rec")
-                  .text();
-    Command command = sandbox_.command(job);
+    Command command = sandbox_.command(recording_job());
     command.time_limit = std::chrono::seconds(20);
     const JobResult result = sandbox_.run(command);
 
@@ -236,11 +241,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // Of an earlier job in the same second, say.
 TEST(OlderFiles, AreReplacedByThoseOfTheJob) {
-    Job job = job_of({tiny_page()});
-    job.ppd = bare_ppd()
-                  .option("RecordPrinterCommands", {"1"})
-                  .attribute("kelpFilterOutputFile", "rec")
-                  .text();
+    const Job job = recording_job();
     const Sandbox sandbox;
     const JobResult first = sandbox.run(job);
     for (const auto& [folder, files] : {std::pair{sandbox.spool(), first.snapshots},
