@@ -54,6 +54,17 @@ TQImage::TQImage(std::int32_t w, std::int32_t h, TQ_IMG_COLOR c)
       color(c),
       data(new unsigned char[byteCountOf(w, h, channels)]()) {}
 
+TQImage TQImage::unset(std::int32_t w, std::int32_t h, TQ_IMG_COLOR c) {
+    TQImage image;
+    const std::int32_t count = channelsOf(c);
+    image.data = new unsigned char[byteCountOf(w, h, count)];
+    image.width = w;
+    image.height = h;
+    image.channels = count;
+    image.color = c;
+    return image;
+}
+
 TQImage::TQImage(const TQImage& other)
     : width(other.width),
       height(other.height),

@@ -22,6 +22,8 @@ class TQImage {
     TQImage(std::int32_t width, std::int32_t height, TQ_IMG_COLOR color, const unsigned char* src);
     /// Pixels all zero.
     TQImage(std::int32_t width, std::int32_t height, TQ_IMG_COLOR color);
+    /// Pixels of any value, for who writes them all.
+    static TQImage unset(std::int32_t width, std::int32_t height, TQ_IMG_COLOR color);
     TQImage() = default;
     TQImage(const TQImage& other);
     TQImage(TQImage&& other) noexcept;
