@@ -1,7 +1,9 @@
 #ifndef KELP_ENHANCE_GAUSSIAN_H
 #define KELP_ENHANCE_GAUSSIAN_H
 
+#include "enhance/row_source.h"
 #include "enhance/tq_image.h"
+#include "enhance/unsharp_rows.h"
 
 // Gaussian blur and unsharp mask of one-channel images.
 //
@@ -33,5 +35,9 @@ TQImage add_Weighted(const TQImage& src, const TQImage& blurred, float weight);
 /// Unsharp mask with a blur of sigma 3, whatever its size.
 /// @param amount weight of the mask in percent
 TQImage enh_unsharp_mask(const TQImage& src, float amount, int size);
+
+/// enh_unsharp_mask, one row after another, of an image with pixels that is handed over so.
+UnsharpRows unsharpRows(std::int32_t width, std::int32_t height, float amount, int size,
+                        RowSource rows);
 
 #endif
