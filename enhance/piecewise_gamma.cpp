@@ -1,11 +1,12 @@
 #include "enhance/piecewise_gamma.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "enhance/numeric.h"
 
-std::array<unsigned char, 256> piecewiseGammaTable(int knee, float gammaLow, float gammaHigh) {
-    std::array<unsigned char, 256> table{};
+ToneCurve piecewiseGammaTable(int knee, float gammaLow, float gammaHigh) {
+    ToneCurve table{};
     const auto t = static_cast<float>(knee);
     const auto upperSpan = static_cast<float>(std::int64_t{255} - knee);
     for (int i = 0; i < 256; ++i) {
@@ -25,10 +26,15 @@ std::array<unsigned char, 256> piecewiseGammaTable(int knee, float gammaLow, flo
     return table;
 }
 
-void enh_piecewise_gamma(TQImage& img, int knee, float gammaLow, float gammaHigh) {
-    const std::array<unsigned char, 256> table = piecewiseGammaTable(knee, gammaLow, gammaHigh);
-    const std::int32_t pixels = img.pixelCount();
-    for (std::int32_t k = 0; k < pixels; ++k) {
-        img.data[k] = table[img.data[k]];
+void applyToneCurve(const ToneCurve& curve, const unsigned char* levels, std::size_t count,
+                    unsigned char* out) {
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = curve[levels[i]];
     }
+}
+
+void enh_piecewise_gamma(TQImage& img, int knee, float gammaLow, float gammaHigh) {
+    const ToneCurve curve = piecewiseGammaTable(knee, gammaLow, gammaHigh);
+    applyToneCurve(curve, img.data, static_cast<std::size_t>(std::max(img.pixelCount(), 0)),
+                   img.data);
 }
