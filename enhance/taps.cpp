@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <stdexcept>
 
 #include "enhance/numeric.h"
@@ -9,49 +10,51 @@
 
 namespace {
 
-constexpr std::size_t kWholeSize = 11;
+constexpr std::size_t kVectorTaps = 11;
+constexpr std::size_t kMostFineTaps = 25;  // more would add up rounding of doubles
 
 unsigned char roundedSum(double sum) {
     return lowByte(my_round(static_cast<float>(sum)));
 }
 
-// Let w be a weight times 2^17, rounded, and d what that added to it. The sum F of levels weighed
-// with all w is off the true sum X * 2^17 by the sum of level * d, which is at least -255 times the
-// sum of the negative |d| and at most 255 times the sum of the positive d. The level is X + 1/2 cut
-// to a whole number, where X and the sum have been rounded in between: in double precision by less
-// than 2^-40 in all; to a float below 256 by up to 2^-17; after the addition of the half, to one
-// below 512, by up to 2^-16. With the products, that is less than 4 units of 2^-17. So F + 2^16 is
-// at most `above` too high and `below` too low, and F + 2^16 + below is the end of an interval of
-// above + below that has the true value in it. Where no whole number is inside, both ends are cut
-// to the same one.
-Taps::Whole wholeOf(const std::vector<double>& weights) {
-    Taps::Whole whole;
-    if (weights.size() != kWholeSize) {
-        return whole;
-    }
-    const double one = std::ldexp(1.0, Taps::Whole::kBits);
+// Let w be a weight times 2^bits, rounded, and d what that added to it. The sum F of levels weighed
+// with all w is off the true sum X * 2^bits by the sum of level * d: at most 255 times the sum of
+// the positive d too high, at most 255 times the sum of the negative |d| too low. The level wanted
+// is X + 1/2 cut to a whole number, where X and the sum have been rounded in between: in double
+// precision by less than 2^-40 in all; to a float below 256 by up to 2^-17; after the addition of
+// the half, to one below 512, by up to 2^-16. That is less than 4 * 2^-17 either way. So the true
+// value is at most `above` below F + 2^bits / 2 and at most `below` above it. Where no whole number
+// lies between those ends, both are cut to the same one.
+template <typename Weight, typename Sum, int kBits>
+void makeWhole(const std::vector<double>& weights, Taps::Whole<Weight, Sum, kBits>& whole) {
+    const double one = std::ldexp(1.0, kBits);
+    // Both are exact as doubles where they are the least.
+    const double mostWeight =
+        std::min(one, static_cast<double>(std::numeric_limits<Weight>::max()));
     double above = 0.0;
     double below = 0.0;
     double total = 0.0;
-    for (std::size_t i = 0; i < kWholeSize; ++i) {
-        const double exact = weights[i] * one;
+    for (const double weight : weights) {
+        const double exact = weight * one;
         const double rounded = std::nearbyint(exact);
-        if (!(rounded >= 0.0 && rounded <= 32767.0) || weights[i] != weights[kWholeSize - 1 - i]) {
-            return whole;
+        if (!(rounded >= 0.0 && rounded <= mostWeight)) {
+            return;
         }
         (rounded > exact ? above : below) += 255.0 * std::abs(rounded - exact);
         total += rounded;
-        const std::size_t middle = kWholeSize / 2;
-        whole.weights[i < middle ? middle - i : i - middle] = static_cast<std::int16_t>(rounded);
+        whole.weights.push_back(static_cast<Weight>(rounded));
     }
-    constexpr double kRounding = 4.0;
-    above = std::ceil(above) + kRounding;
-    below = std::ceil(below) + kRounding;
-    whole.bias = static_cast<std::int32_t>(one / 2 + below);
-    whole.doubtful = static_cast<std::int32_t>(above + below);
-    // A sum must stay below level 256, of which no byte is left.
-    whole.isUsable = 255.0 * total + whole.bias < 256.0 * one;
-    return whole;
+    const double rounding = std::ldexp(4.0, kBits - 17);
+    above = std::ceil(above) + rounding;
+    below = std::ceil(below) + rounding;
+    whole.bias = static_cast<Sum>(one / 2 + below);
+    whole.doubtful = static_cast<Sum>(above + below);
+    // From level 256 on no byte is left of a sum.
+    whole.isUsable = 255.0 * total + one / 2 + below < 256.0 * one;
+}
+
+bool isSymmetrical(const std::vector<double>& weights) {
+    return std::equal(weights.begin(), weights.end(), weights.rbegin());
 }
 
 }  // namespace
@@ -61,10 +64,25 @@ Taps::Taps(const double* given, int size) {
         throw std::invalid_argument("Gaussian kernel size must be odd and positive");
     }
     weights.assign(given, given + size);
-    whole = wholeOf(weights);
+    if (weights.size() == kVectorTaps && isSymmetrical(weights)) {
+        makeWhole(weights, coarse);
+    }
+    if (weights.size() <= kMostFineTaps) {
+        makeWhole(weights, fine);
+    }
 }
 
 unsigned char weighPixel(const unsigned char* const* rows, const Taps& taps, std::size_t x) {
+    if (taps.fine.isUsable) {
+        constexpr std::int64_t kFraction = (std::int64_t{1} << taps.fine.kBits) - 1;
+        std::int64_t sum = taps.fine.bias;
+        for (std::size_t i = 0; i < taps.fine.weights.size(); ++i) {
+            sum += rows[i][x] * taps.fine.weights[i];
+        }
+        if ((sum & kFraction) >= taps.fine.doubtful) {
+            return static_cast<unsigned char>(sum >> taps.fine.kBits);
+        }
+    }
     double sum = 0.0;
     for (std::size_t i = 0; i < taps.weights.size(); ++i) {
         sum += static_cast<double>(rows[i][x]) * taps.weights[i];
@@ -74,7 +92,7 @@ unsigned char weighPixel(const unsigned char* const* rows, const Taps& taps, std
 
 void weighRows(const unsigned char* const* rows, const Taps& taps, std::size_t width,
                unsigned char* out) {
-    if (taps.whole.isUsable && width >= kLeastWidth && !simd::isPlain()) {
+    if (taps.coarse.isUsable && width >= kLeastWidth && !simd::isPlain()) {
         weighRowsByVector(rows, taps, width, out);
         return;
     }

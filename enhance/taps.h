@@ -1,7 +1,6 @@
 #ifndef KELP_ENHANCE_TAPS_H
 #define KELP_ENHANCE_TAPS_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,16 +12,20 @@ struct Taps {
 
     std::vector<double> weights;
 
-    /// Eleven symmetrical weights as whole numbers, for vectors. Sums of levels weighed with them
-    /// tell the rounded level for nearly all pixels, and for which ones they do not.
+    /// The weights as whole numbers. A sum of levels weighed with them tells the rounded level for
+    /// nearly all pixels, and tells for which ones it does not.
+    template <typename Weight, typename Sum, int kFractionBits>
     struct Whole {
-        static constexpr int kBits = 17;
+        static constexpr int kBits = kFractionBits;
         bool isUsable = false;
-        std::array<std::int16_t, 6> weights{};  ///< of both pixels this far from the middle one
-        std::int32_t bias = 0;                  ///< what to add to a sum
-        std::int32_t doubtful = 0;  ///< a sum whose lowest kBits are below it tells nothing
+        std::vector<Weight> weights;
+        Sum bias = 0;      ///< what to add to a sum
+        Sum doubtful = 0;  ///< a sum whose lowest kBits are below it tells nothing
     };
-    Whole whole;
+    /// For vectors; usable where a tap weighs less than a quarter.
+    Whole<std::int16_t, std::int32_t, 17> coarse;
+    /// For the pixels that `coarse` leaves.
+    Whole<std::int64_t, std::int64_t, 44> fine;
 };
 
 /// out[x] = the low eight bits of the sum of rows[i][x] * weights[i], rounded half away from zero,
@@ -31,7 +34,8 @@ struct Taps {
 void weighRows(const unsigned char* const* rows, const Taps& taps, std::size_t width,
                unsigned char* out);
 
-/// The same in vectors: for usable whole weights and a width of at least kLeastWidth.
+/// The same in vectors: for eleven symmetrical taps with usable coarse weights and a width of at
+/// least kLeastWidth.
 void weighRowsByVector(const unsigned char* const* rows, const Taps& taps, std::size_t width,
                        unsigned char* out);
 constexpr std::size_t kLeastWidth = 16;

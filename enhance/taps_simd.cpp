@@ -57,34 +57,39 @@ HWY_INLINE Levels levels(const unsigned char* pixels) {
     return hn::PromoteTo(i16, hn::LoadU(u8, pixels));
 }
 
-/// The pixels at x of two rows that have the same weight.
-HWY_INLINE Levels both(const unsigned char* const* rows, int distance, std::size_t x) {
-    return hn::Add(levels(rows[5 - distance] + x), levels(rows[5 + distance] + x));
+/// The pixels of two rows that have the same weight.
+HWY_INLINE Levels both(const unsigned char* a, const unsigned char* b) {
+    return hn::Add(levels(a), levels(b));
 }
 
 void weigh(const unsigned char* const* rows, const Taps& taps, std::size_t width,
            unsigned char* out) {
-    const Taps::Whole& whole = taps.whole;
+    const auto& whole = taps.coarse;
+    constexpr int kBits = taps.coarse.kBits;
     const auto bias = hn::Set(i32, whole.bias);
-    const auto fraction = hn::Set(i32, (1 << Taps::Whole::kBits) - 1);
+    const auto fraction = hn::Set(i32, (1 << kBits) - 1);
     const auto doubtful = hn::Set(i32, whole.doubtful);
-    const Levels w0 = hn::Set(i16, whole.weights[0]);
-    const Levels w1 = hn::Set(i16, whole.weights[1]);
-    const Levels w2 = hn::Set(i16, whole.weights[2]);
-    const Levels w3 = hn::Set(i16, whole.weights[3]);
-    const Levels w4 = hn::Set(i16, whole.weights[4]);
-    const Levels w5 = hn::Set(i16, whole.weights[5]);
+    const Levels w0 = hn::Set(i16, whole.weights[5]);
+    const Levels w1 = hn::Set(i16, whole.weights[6]);
+    const Levels w2 = hn::Set(i16, whole.weights[7]);
+    const Levels w3 = hn::Set(i16, whole.weights[8]);
+    const Levels w4 = hn::Set(i16, whole.weights[9]);
+    const Levels w5 = hn::Set(i16, whole.weights[10]);
 
+    // By name, so that they stay in registers.
+    const unsigned char *const r0 = rows[0], *const r1 = rows[1], *const r2 = rows[2],
+                               *const r3 = rows[3], *const r4 = rows[4], *const r5 = rows[5],
+                               *const r6 = rows[6], *const r7 = rows[7], *const r8 = rows[8],
+                               *const r9 = rows[9], *const r10 = rows[10];
     for (std::size_t next = 0; next < width; next += kPixels) {
         // The last vector ends where the row does.
         const std::size_t x = next + kPixels <= width ? next : width - kPixels;
         Sums sums{bias, bias};
-        addProducts(sums, levels(rows[5] + x), w0, both(rows, 1, x), w1);
-        addProducts(sums, both(rows, 2, x), w2, both(rows, 3, x), w3);
-        addProducts(sums, both(rows, 4, x), w4, both(rows, 5, x), w5);
-        const Levels rounded =
-            hn::ReorderDemote2To(i16, hn::ShiftRight<Taps::Whole::kBits>(sums.low),
-                                 hn::ShiftRight<Taps::Whole::kBits>(sums.high));
+        addProducts(sums, levels(r5 + x), w0, both(r4 + x, r6 + x), w1);
+        addProducts(sums, both(r3 + x, r7 + x), w2, both(r2 + x, r8 + x), w3);
+        addProducts(sums, both(r1 + x, r9 + x), w4, both(r0 + x, r10 + x), w5);
+        const Levels rounded = hn::ReorderDemote2To(i16, hn::ShiftRight<kBits>(sums.low),
+                                                    hn::ShiftRight<kBits>(sums.high));
         hn::StoreU(hn::DemoteTo(u8, rounded), u8, out + x);
 
         const auto doubtLow = hn::Gt(doubtful, hn::And(sums.low, fraction));
