@@ -1,6 +1,5 @@
 #include <cmath>
 
-#include "enhance/numeric.h"
 #include "enhance/unsharp_rows.h"
 #include "simd/forms.h"
 
@@ -56,10 +55,14 @@ void sharpen(const unsigned char* src, const unsigned char* blurred, float weigh
         k = HWY_DYNAMIC_DISPATCH(sharpen)(src, blurred, static_cast<std::int16_t>(weight), count,
                                           out);
     }
+    // Rounded half away from zero and held to the levels. Below 0 both end at 0, as does what is
+    // not a number.
     for (; k < count; ++k) {
         const float sum = static_cast<float>(src[k]) * (1.0F + weight) +
                           static_cast<float>(blurred[k]) * (-weight) + 0.0F;
-        out[k] = static_cast<unsigned char>(myClamp(my_round(sum), 0, 255));
+        const float rounded = sum + 0.5F;
+        const float least = rounded > 0.0F ? rounded : 0.0F;
+        out[k] = static_cast<unsigned char>(static_cast<int>(least < 255.0F ? least : 255.0F));
     }
 }
 #endif

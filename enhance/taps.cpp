@@ -90,27 +90,65 @@ unsigned char weighPixel(const unsigned char* const* rows, const Taps& taps, std
     return roundedSum(sum);
 }
 
+namespace {
+
+constexpr std::size_t kBlock = 16;
+
+// The loops below are over one tap and several pixels, so that the compiler can work on these at
+// once.
+void weighBlockWhole(const unsigned char* const* rows, const Taps& taps, std::size_t x,
+                     unsigned char* out) {
+    constexpr std::int32_t kFraction = (1 << taps.coarse.kBits) - 1;
+    std::int32_t sums[kBlock];
+    std::fill_n(sums, kBlock, taps.coarse.bias);
+    for (std::size_t i = 0; i < kVectorTaps; ++i) {
+        const unsigned char* pixels = rows[i] + x;
+        const std::int16_t weight = taps.coarse.weights[i];
+        for (std::size_t j = 0; j < kBlock; ++j) {
+            sums[j] += static_cast<std::int16_t>(pixels[j]) * weight;
+        }
+    }
+    std::int32_t least = kFraction;
+    for (std::size_t j = 0; j < kBlock; ++j) {
+        out[x + j] = static_cast<unsigned char>(sums[j] >> taps.coarse.kBits);
+        least = std::min(least, sums[j] & kFraction);
+    }
+    for (std::size_t j = 0; least < taps.coarse.doubtful && j < kBlock; ++j) {
+        if ((sums[j] & kFraction) < taps.coarse.doubtful) {
+            out[x + j] = weighPixel(rows, taps, x + j);
+        }
+    }
+}
+
+void weighBlock(const unsigned char* const* rows, const Taps& taps, std::size_t x,
+                unsigned char* out) {
+    double sums[kBlock] = {};
+    for (std::size_t i = 0; i < taps.weights.size(); ++i) {
+        const unsigned char* pixels = rows[i] + x;
+        const double weight = taps.weights[i];
+        for (std::size_t j = 0; j < kBlock; ++j) {
+            sums[j] += static_cast<double>(pixels[j]) * weight;
+        }
+    }
+    for (std::size_t j = 0; j < kBlock; ++j) {
+        out[x + j] = roundedSum(sums[j]);
+    }
+}
+
+}  // namespace
+
 void weighRows(const unsigned char* const* rows, const Taps& taps, std::size_t width,
                unsigned char* out) {
     if (taps.coarse.isUsable && width >= kLeastWidth && !simd::isPlain()) {
         weighRowsByVector(rows, taps, width, out);
         return;
     }
-    // One tap over several pixels at a time, so that the compiler can work on them at once while
-    // each pixel still receives its taps in order.
-    constexpr std::size_t kBlock = 16;
     std::size_t x = 0;
     for (; x + kBlock <= width; x += kBlock) {
-        double sums[kBlock] = {};
-        for (std::size_t i = 0; i < taps.weights.size(); ++i) {
-            const unsigned char* pixels = rows[i] + x;
-            const double weight = taps.weights[i];
-            for (std::size_t j = 0; j < kBlock; ++j) {
-                sums[j] += static_cast<double>(pixels[j]) * weight;
-            }
-        }
-        for (std::size_t j = 0; j < kBlock; ++j) {
-            out[x + j] = roundedSum(sums[j]);
+        if (taps.coarse.isUsable) {
+            weighBlockWhole(rows, taps, x, out);
+        } else {
+            weighBlock(rows, taps, x, out);
         }
     }
     for (; x < width; ++x) {
