@@ -57,6 +57,8 @@ std::ptrdiff_t rowCount() {
 
 /// The rows of one vector.
 struct Lanes {
+    HWY_INLINE Lanes() {}  // an implicit one would not be compiled for the target
+
     Floats carried1, carried2, carried3;  ///< from above to the next three columns, so far
     Floats left, left2;                   ///< errors of the last two columns
     Ints leftShade;                       ///< what white loses by the last column
@@ -109,7 +111,8 @@ HWY_INLINE void step(Lanes& r, const Constants& c, Floats above, Ints aboveShade
 
 /// Row r, from lane to lane, and back: four words of each row are four vectors of a word a row.
 template <class D>
-HWY_INLINE hn::Vec<D> loadRows(D d, const unsigned char* pixels, std::ptrdiff_t stride) {
+HWY_INLINE hn::Vec<D> loadRows([[maybe_unused]] D d, const unsigned char* pixels,
+                               std::ptrdiff_t stride) {
     const hn::Full128<std::uint8_t> bytes;
     const hn::Full128<std::uint32_t> words;
     const auto low = hn::BitCast(words, hn::LoadU(bytes, pixels));
@@ -121,7 +124,8 @@ HWY_INLINE hn::Vec<D> loadRows(D d, const unsigned char* pixels, std::ptrdiff_t 
 }
 
 template <class D>
-HWY_INLINE void storeRows(D d, hn::Vec<D> v, unsigned char* pixels, std::ptrdiff_t stride) {
+HWY_INLINE void storeRows([[maybe_unused]] D d, hn::Vec<D> v, unsigned char* pixels,
+                          std::ptrdiff_t stride) {
     const hn::Full128<std::uint8_t> bytes;
     if constexpr (kLanes == 4) {
         hn::StoreU(hn::BitCast(bytes, v), bytes, pixels);
@@ -185,7 +189,10 @@ class Wavefront {
         for (std::ptrdiff_t g = 0; g < groups; g += 4) {
             turn(g, true);
             for (std::ptrdiff_t i = 0; i < 4; ++i) {
-                if (g + i >= innerBegin && g + i < innerEnd) {
+                const bool isInner = g + i >= innerBegin && g + i < innerEnd;
+                if (isInner && isFaded(g + i, i)) {
+                    passFaded(g + i, i);
+                } else if (isInner) {
                     group<false>(g + i, i);
                 } else {
                     group<true>(g + i, i);
@@ -227,6 +234,57 @@ class Wavefront {
         }
     }
 
+    /// Whether in this group all is black and no error is above the smallest number there is. Such
+    /// an error stays as it is from column to column, since kRight of it is rounded up to it, and
+    /// all its other shares are rounded to 0. Some processors take a hundred times as long for
+    /// these numbers, and they fill black areas as soon as one error has run into them.
+    HWY_INLINE bool isFaded(std::ptrdiff_t g, std::ptrdiff_t i) const {
+        Words levels = words_[0][i];
+        for (std::ptrdiff_t k = 1; k < kVectors; ++k) {
+            levels = hn::Or(levels, words_[k][i]);
+        }
+        if (!hn::AllTrue(u32, hn::Eq(levels, hn::Zero(u32))) || band_.threshold < 1.0F) {
+            return false;
+        }
+        Floats errors = hn::Or(above1_, above2_);
+        Floats carried = hn::Zero(f);
+        for (const Lanes& r : rows_) {
+            errors = hn::Or(errors, hn::Or(r.left, r.left2));
+            carried = hn::Or(carried, hn::Or(r.carried1, hn::Or(r.carried2, r.carried3)));
+        }
+        for (std::ptrdiff_t c = 0; c < kDistance; ++c) {
+            errors = hn::Or(errors, hn::Set(f, band_.errors[kDistance * (g + 1) + c]));
+        }
+        const Words errorBits = hn::BitCast(u32, hn::Abs(errors));
+        const Words carriedBits = hn::BitCast(u32, hn::Abs(carried));
+        // At most 1 with the sign away; carried shares are 0.
+        const Words above = hn::Or(hn::AndNot(hn::Set(u32, 1U), errorBits), carriedBits);
+        return hn::AllTrue(u32, hn::Eq(above, hn::Zero(u32)));
+    }
+
+    HWY_INLINE void passFaded(std::ptrdiff_t g, std::ptrdiff_t i) {
+        for (std::ptrdiff_t k = 0; k < kVectors; ++k) {
+            Lanes& r = rows_[k];
+            r.left2 = r.left;
+            r.leftShade = constants_.shade;
+            r.shades[0] = r.shades[1] = r.shades[2] = r.shades[3] = constants_.shade;
+            r.decided = words_[k][i] = hn::Zero(u32);
+        }
+        for (std::ptrdiff_t c = 0; c < kDistance; ++c) {
+            passDown(kDistance * g + c);
+        }
+    }
+
+    /// From the last row of the vectors to the first ones, and from and to the bands above and
+    /// below.
+    HWY_INLINE void passDown(std::ptrdiff_t t) {
+        const Floats last = rotated(rows_[kVectors - 1].left);
+        above2_ = above1_;
+        above1_ = hn::IfThenElse(hn::RebindMask(f, firstLane()),
+                                 hn::Set(f, band_.errors[t + kDistance]), last);
+        band_.errors[t - kDistance * (kRows - 1)] = hn::GetLane(last);
+    }
+
     template <bool kEdges>
     HWY_INLINE void group(std::ptrdiff_t g, std::ptrdiff_t i) {
         std::uint32_t aboveFirst;
@@ -264,11 +322,7 @@ class Wavefront {
         }
         const Ints shade = hn::And(hn::ShiftRight<31>(aboveIsBlack), constants_.shade);
         step<kEdges, kColumn>(rows_[0], constants_, above2_, shade, columns);
-        const Floats last = rotated(rows_[kVectors - 1].left);
-        above2_ = above1_;
-        above1_ = hn::IfThenElse(hn::RebindMask(f, firstLane()),
-                                 hn::Set(f, band_.errors[t + kDistance]), last);
-        band_.errors[t - kDistance * (kRows - 1)] = hn::GetLane(last);
+        passDown(t);
     }
 
     static HWY_INLINE Ints columnsOf(std::ptrdiff_t t, std::ptrdiff_t k) {
