@@ -98,6 +98,19 @@ TEST_P(TattooForms, DiffuseBlackAreasInWhichErrorsFadeAway) {
     }
 }
 
+TEST_P(TattooForms, DiffuseAnEdgeThatARowReachesFourColumnsAfterTheNext) {
+    // White without any error, then black: rows that are diffused side by side come to it at once.
+    GrayImage page = uniform(700, 130, 255);
+    for (int y = 0; y < page.height; ++y) {
+        for (int x = 600 - 4 * y; x < page.width; ++x) {
+            page.set(x, y, 0);
+        }
+    }
+    for (const int threshold : {-300, -1, 0, 1, 128}) {
+        expectDiffusion(page, threshold);
+    }
+}
+
 TEST_P(TattooForms, DiffusePages) {
     Random random(33);
     for (int i = 0; i < 7; ++i) {
