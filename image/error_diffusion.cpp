@@ -1,115 +1,100 @@
 #include "image/error_diffusion.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-struct Tap {
-    int dx;
-    int dy;
-    int weight;
-};
+using diffusion::Kernel;
+using diffusion::Tap;
 
+constexpr std::size_t kGreys = 256;
+
+constexpr bool isWhite(int grey) {
+    return grey > diffusion::kThreshold;
+}
+
+// What every tap gives for every grey value. Every share is truncated toward zero on its own; what
+// that loses of the error is dropped.
 template <std::size_t N>
-struct Kernel {
-    int divisor;
-    std::array<Tap, N> taps;
+constexpr auto shares(const Kernel<N>& kernel) {
+    std::array<std::array<std::int8_t, N>, kGreys> table{};
+    for (std::size_t i = 0; i < kGreys; ++i) {
+        const int grey = static_cast<int>(i);
+        const int error = isWhite(grey) ? grey - 255 : grey;
+        for (std::size_t tap = 0; tap < N; ++tap) {
+            const int share = error * kernel.taps[tap].weight / kernel.divisor;
+            table[i][tap] = static_cast<std::int8_t>(share);
+        }
+    }
+    return table;
+}
+
+template <const auto& kernel>
+constexpr auto kShares = shares(kernel);
+
+using Rows = std::array<std::uint8_t*, diffusion::kRowsBelow + 1>;
+
+// The two pixels to the right. They stay in registers: along a row nothing can be done side by
+// side, so the way through memory would be felt.
+struct Right {
+    std::uint8_t next;
+    std::uint8_t second;
 };
 
-// The taps stand in reading order. Each reaches a cell of its own, so the order decides nothing.
-constexpr Kernel<4> kFloydSteinberg{16, {{{1, 0, 7}, {-1, 1, 3}, {0, 1, 5}, {1, 1, 1}}}};
+template <const auto& kernel, std::size_t tap>
+inline void give(int share, Right& right, const Rows& rows, std::size_t x,
+                 const std::uint8_t* corrected) {
+    constexpr Tap to = kernel.taps[tap];
+    if constexpr (to.dy == 0) {
+        static_assert(to.dx == 1 || to.dx == 2);
+        std::uint8_t& cell = to.dx == 1 ? right.next : right.second;
+        cell = corrected[cell + share];
+    } else {
+        std::uint8_t& cell = rows[to.dy][static_cast<std::ptrdiff_t>(x) + to.dx];
+        cell = corrected[cell + share];
+    }
+}
 
-constexpr Kernel<7> kBurkes{
-    32, {{{1, 0, 8}, {2, 0, 4}, {-2, 1, 2}, {-1, 1, 4}, {0, 1, 8}, {1, 1, 4}, {2, 1, 2}}}};
+// Adds the shares of a pixel to its neighbours, each sum clamped at once.
+template <const auto& kernel, std::size_t... I>
+inline void distribute(std::uint8_t grey, Right& right, const Rows& rows, std::size_t x,
+                       const std::uint8_t* corrected, std::index_sequence<I...>) {
+    const auto& share = kShares<kernel>[grey];
+    (give<kernel, I>(share[I], right, rows, x, corrected), ...);
+}
 
-constexpr Kernel<12> kStucki{42,
-                             {{{1, 0, 8},
-                               {2, 0, 4},
-                               {-2, 1, 2},
-                               {-1, 1, 4},
-                               {0, 1, 8},
-                               {1, 1, 4},
-                               {2, 1, 2},
-                               {-2, 2, 1},
-                               {-1, 2, 2},
-                               {0, 2, 4},
-                               {1, 2, 2},
-                               {2, 2, 1}}}};
-
-constexpr Kernel<12> kJarvisJudiceNinke{48,
-                                        {{{1, 0, 7},
-                                          {2, 0, 5},
-                                          {-2, 1, 3},
-                                          {-1, 1, 5},
-                                          {0, 1, 7},
-                                          {1, 1, 5},
-                                          {2, 1, 3},
-                                          {-2, 2, 1},
-                                          {-1, 2, 3},
-                                          {0, 2, 5},
-                                          {1, 2, 3},
-                                          {2, 2, 1}}}};
-
-constexpr Kernel<10> kSierra{32,
-                             {{{1, 0, 5},
-                               {2, 0, 3},
-                               {-2, 1, 2},
-                               {-1, 1, 4},
-                               {0, 1, 5},
-                               {1, 1, 4},
-                               {2, 1, 2},
-                               {-1, 2, 2},
-                               {0, 2, 3},
-                               {1, 2, 2}}}};
-
-// The right-hand neighbour receives nothing.
-constexpr Kernel<12> kStevensonArce{200,
-                                    {{{2, 0, 32},
-                                      {-3, 1, 12},
-                                      {-1, 1, 26},
-                                      {1, 1, 30},
-                                      {3, 1, 16},
-                                      {-2, 2, 12},
-                                      {0, 2, 26},
-                                      {2, 2, 12},
-                                      {-3, 3, 5},
-                                      {-1, 3, 12},
-                                      {1, 3, 12},
-                                      {3, 3, 5}}}};
-
-constexpr int kThreshold = 128;
-
-using Rows = std::array<std::uint8_t*, ErrorDiffusion::kRowsAhead + 1>;
-
-// Every neighbour's share is truncated toward zero and clamped on its own; what that loses of the
-// error is dropped.
 template <const auto& kernel>
-void diffuseRow(const Rows& rows, std::size_t width, std::uint8_t storedBits,
+void diffuseRow(const Rows& rows, std::size_t width, const std::uint8_t* corrected,
                 std::uint8_t* packed) {
-    std::fill_n(packed, (width + 7) / 8, std::uint8_t{0});
+    std::uint8_t grey = rows[0][0];
+    Right right{rows[0][1], rows[0][2]};
+    unsigned dots = 1;  // the leading 1 tells when eight dots are in
     for (std::size_t x = 0; x < width; ++x) {
-        const int grey = rows[0][x];
-        const bool white = grey > kThreshold;
-        const int error = white ? grey - 255 : grey;
-        if (white) {
-            packed[x / 8] = static_cast<std::uint8_t>(packed[x / 8] | (0x80 >> (x % 8)));
+        dots = dots << 1 | (isWhite(grey) ? 1 : 0);
+        if (dots >= 0x100) {
+            *packed++ = static_cast<std::uint8_t>(dots);
+            dots = 1;
         }
-        for (const Tap& tap : kernel.taps) {
-            std::uint8_t& cell =
-                rows[static_cast<std::size_t>(tap.dy)][static_cast<std::ptrdiff_t>(x) + tap.dx];
-            const int corrected = cell + error * tap.weight / kernel.divisor;
-            cell = static_cast<std::uint8_t>(std::clamp(corrected, 0, 255) & storedBits);
-        }
+        distribute<kernel>(grey, right, rows, x, corrected,
+                           std::make_index_sequence<kernel.taps.size()>());
+        grey = right.next;
+        right = {right.second, rows[0][x + 3]};
+    }
+    if (dots != 1) {
+        *packed = static_cast<std::uint8_t>(dots << (8 - width % 8));
     }
 }
 
 }  // namespace
 
 ErrorDiffusion::ErrorDiffusion(ErrorKernel kernel, std::size_t width, std::uint8_t storedBits)
-    : kernel_(kernel),
-      width_(width),
-      storedBits_(storedBits),
-      cells_(kRows * (width + 2 * kMargin)) {}
+    : kernel_(kernel), width_(width), cells_(kRows * (width + 2 * kMargin)) {
+    for (std::size_t i = 0; i < corrected_.size(); ++i) {
+        const int sum = static_cast<int>(i) - kLargestShare;
+        corrected_[i] = static_cast<std::uint8_t>(std::clamp(sum, 0, 255) & storedBits);
+    }
+}
 
 std::uint8_t* ErrorDiffusion::rowBuffer(std::size_t index) {
     return cells_.data() + index % kRows * (width_ + 2 * kMargin) + kMargin;
@@ -125,18 +110,19 @@ void ErrorDiffusion::halftoneRow(std::uint8_t* packed) {
         rows[dy] = rowBuffer(done_ + dy);
     }
     ++done_;
+    const std::uint8_t* corrected = corrected_.data() + kLargestShare;
     switch (kernel_) {
         case ErrorKernel::FloydSteinberg:
-            return diffuseRow<kFloydSteinberg>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kFloydSteinberg>(rows, width_, corrected, packed);
         case ErrorKernel::Burkes:
-            return diffuseRow<kBurkes>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kBurkes>(rows, width_, corrected, packed);
         case ErrorKernel::Stucki:
-            return diffuseRow<kStucki>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kStucki>(rows, width_, corrected, packed);
         case ErrorKernel::JarvisJudiceNinke:
-            return diffuseRow<kJarvisJudiceNinke>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kJarvisJudiceNinke>(rows, width_, corrected, packed);
         case ErrorKernel::Sierra:
-            return diffuseRow<kSierra>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kSierra>(rows, width_, corrected, packed);
         case ErrorKernel::StevensonArce:
-            return diffuseRow<kStevensonArce>(rows, width_, storedBits_, packed);
+            return diffuseRow<diffusion::kStevensonArce>(rows, width_, corrected, packed);
     }
 }

@@ -6,23 +6,14 @@
 #include <cstdint>
 #include <vector>
 
-/// The classical error-diffusion kernels, and the running of one of them over an image row by
-/// row. Scanning is left to right on every row.
-enum class ErrorKernel {
-    FloydSteinberg,     ///< Floyd and Steinberg, 1976
-    Burkes,             ///< Burkes, 1988
-    Stucki,             ///< Stucki, 1981
-    JarvisJudiceNinke,  ///< Jarvis, Judice and Ninke, 1976
-    Sierra,             ///< Sierra, 1989 (three rows)
-    StevensonArce,      ///< Stevenson and Arce, 1985, on a rectangular grid
-};
+#include "image/diffusion_kernels.h"
 
 /// Error diffusion of one image. Grey values above 128 come out white. A row may receive error
 /// from up to kRowsAhead rows before it, so the caller feeds that many rows ahead of the output.
 class ErrorDiffusion {
   public:
     /// How far down the tallest kernel reaches.
-    static constexpr std::size_t kRowsAhead = 3;
+    static constexpr std::size_t kRowsAhead = diffusion::kRowsBelow;
 
     /// @param width pixels per row
     /// @param storedBits the bits that the image's depth can hold of a corrected grey value; 0xFF
@@ -39,16 +30,19 @@ class ErrorDiffusion {
     void halftoneRow(std::uint8_t* packed);
 
   private:
-    /// Widest sideways reach of a kernel: that many cells either side of a row take the error
-    /// that falls past an edge, and nobody reads them.
-    static constexpr std::size_t kMargin = 3;
+    /// That many cells either side of a row take the error that falls past an edge, and nobody
+    /// reads them.
+    static constexpr std::size_t kMargin = diffusion::kReach;
     static constexpr std::size_t kRows = kRowsAhead + 1;
+    /// No kernel gives a neighbour more than half of the error.
+    static constexpr int kLargestShare = diffusion::kBlackError / 2;
 
     std::uint8_t* rowBuffer(std::size_t index);
 
     ErrorKernel kernel_;
     std::size_t width_;
-    std::uint8_t storedBits_;
+    /// What is stored of a grey value plus a share, from -kLargestShare on.
+    std::array<std::uint8_t, 256 + 2 * kLargestShare> corrected_;
     std::vector<std::uint8_t> cells_;
     std::size_t fed_ = 0;
     std::size_t done_ = 0;
