@@ -63,6 +63,10 @@ void ditherByPosition(const CxImage& source, CxImage& mono, long method) {
 
 void ditherByErrorDiffusion(const CxImage& source, CxImage& mono, ErrorKernel kernel) {
     const std::uint32_t height = source.GetHeight();
+    if (source.GetBpp() == 8) {
+        const GreyPage page{source.GetBits(0), source.GetEffWidth(), source.GetWidth(), height};
+        return diffuseErrors(kernel, page, {mono.GetBits(0), mono.GetEffWidth()});
+    }
     ErrorDiffusion diffusion(kernel, source.GetWidth(), storedBits(source.GetBpp()));
     std::uint32_t fed = 0;
     const auto feed = [&] {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "image/error_diffusion_simd.h"
+#include "simd/forms.h"
+
 namespace {
 
 using diffusion::Kernel;
@@ -124,5 +127,26 @@ void ErrorDiffusion::halftoneRow(std::uint8_t* packed) {
             return diffuseRow<diffusion::kSierra>(rows, width_, corrected, packed);
         case ErrorKernel::StevensonArce:
             return diffuseRow<diffusion::kStevensonArce>(rows, width_, corrected, packed);
+    }
+}
+
+void diffuseErrors(ErrorKernel kernel, const GreyPage& page, const MonoPage& dots) {
+    if (simd::isPlain()) {
+        diffuseErrorsPlainly(kernel, page, dots);
+    } else {
+        diffusion::diffuseInVectors(kernel, page, dots);
+    }
+}
+
+void diffuseErrorsPlainly(ErrorKernel kernel, const GreyPage& page, const MonoPage& dots) {
+    ErrorDiffusion diffusion(kernel, page.width, 0xFF);
+    for (std::size_t fed = 0; fed < page.height + ErrorDiffusion::kRowsAhead; ++fed) {
+        std::uint8_t* row = diffusion.nextInputRow();
+        if (fed < page.height) {
+            std::copy_n(page.first + fed * page.stride, page.width, row);
+        }
+        if (fed >= ErrorDiffusion::kRowsAhead) {
+            diffusion.halftoneRow(dots.first + (fed - ErrorDiffusion::kRowsAhead) * dots.stride);
+        }
     }
 }

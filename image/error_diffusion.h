@@ -8,8 +8,30 @@
 
 #include "image/diffusion_kernels.h"
 
-/// Error diffusion of one image. Grey values above 128 come out white. A row may receive error
-/// from up to kRowsAhead rows before it, so the caller feeds that many rows ahead of the output.
+/// Grey values, 0 black to 255 white, of `height` rows of `width` bytes, `stride` bytes apart.
+struct GreyPage {
+    const std::uint8_t* first;
+    std::size_t stride;
+    std::size_t width;
+    std::size_t height;
+};
+
+/// Where the dots of a page go: of each row (width + 7) / 8 bytes are written, the dots most
+/// significant first, 1 for white, unused low bits 0; `stride` bytes from row to row.
+struct MonoPage {
+    std::uint8_t* first;
+    std::size_t stride;
+};
+
+/// Halftones a page. Only the bytes of its rows and those between them are read.
+void diffuseErrors(ErrorKernel kernel, const GreyPage& page, const MonoPage& dots);
+
+/// The same in plain C++, as diffuseErrors() does where there are no vectors.
+void diffuseErrorsPlainly(ErrorKernel kernel, const GreyPage& page, const MonoPage& dots);
+
+/// Error diffusion of one image row by row, for any depth. Grey values above 128 come out white. A
+/// row may receive error from up to kRowsAhead rows before it, so the caller feeds that many rows
+/// ahead of the output.
 class ErrorDiffusion {
   public:
     /// How far down the tallest kernel reaches.
