@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "image/cx_image.h"
+#include "simd/forms.h"
 #include "tests/unit/image/image_pixels.h"
 
 // What each kernel gives to each neighbour, one neighbour at a time.
@@ -134,16 +135,28 @@ void expectKernel(const Kernel& kernel, int level, std::pair<int, int> at) {
     }
 }
 
-TEST(DiffusionKernel, GivesEveryNeighbourItsShareFromTheMiddle) {
-    for (const Kernel& kernel : kernels()) {
-        for (const int level : {128, 129, 1, 254}) {
-            expectKernel(kernel, level, {4, 1});
+/// Calls check(kernel) for every kernel in every form.
+template <typename Check>
+void forKernels(Check check) {
+    for (const simd::Form& form : simd::forms()) {
+        const simd::ForcedForm forced(form);
+        SCOPED_TRACE(form.name);
+        for (const Kernel& kernel : kernels()) {
+            check(kernel);
         }
     }
 }
 
+TEST(DiffusionKernel, GivesEveryNeighbourItsShareFromTheMiddle) {
+    forKernels([](const Kernel& kernel) {
+        for (const int level : {128, 129, 1, 254}) {
+            expectKernel(kernel, level, {4, 1});
+        }
+    });
+}
+
 TEST(DiffusionKernel, LosesTheErrorThatFallsPastAnEdge) {
-    for (const Kernel& kernel : kernels()) {
+    forKernels([](const Kernel& kernel) {
         for (const std::pair<int, int>& at :
              {std::pair{0, 0}, std::pair{1, 0}, std::pair{2, 2}, std::pair{kWidth - 1, 0},
               std::pair{kWidth - 2, 1}, std::pair{kWidth - 3, 3}, std::pair{0, kHeight - 1},
@@ -151,11 +164,11 @@ TEST(DiffusionKernel, LosesTheErrorThatFallsPastAnEdge) {
             expectKernel(kernel, 128, at);
             expectKernel(kernel, 129, at);
         }
-    }
+    });
 }
 
 TEST(DiffusionKernel, DividesEveryErrorTruncatingTowardZero) {
-    for (const Kernel& kernel : kernels()) {
+    forKernels([](const Kernel& kernel) {
         for (int level = 0; level < 256; ++level) {
             const int error = level <= 128 ? level : level - 255;
             for (const auto& [offset, weight] : kernel.weights) {
@@ -163,7 +176,7 @@ TEST(DiffusionKernel, DividesEveryErrorTruncatingTowardZero) {
                 expectTerm(kernel.method, level, {4, 1}, probe, error * weight / kernel.divisor);
             }
         }
-    }
+    });
 }
 
 }  // namespace

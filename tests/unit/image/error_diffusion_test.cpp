@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "image/cx_image.h"
+#include "simd/forms.h"
 #include "tests/unit/image/image_pixels.h"
 
 namespace {
@@ -11,11 +12,20 @@ using namespace kelp_test;
 
 constexpr long kDiffusions[] = {2, 3, 4, 5, 6, 8, -1};
 
+/// The same in every form.
 Rows dithered(long method, const Rows& grey) {
-    CxImage image;
-    makeImage(image, 8, grey);
-    EXPECT_TRUE(image.Dither(method));
-    return indicesOf(image);
+    Rows plain;
+    for (const simd::Form& form : simd::forms()) {
+        const simd::ForcedForm forced(form);
+        CxImage image;
+        makeImage(image, 8, grey);
+        EXPECT_TRUE(image.Dither(method));
+        if (form.target == 0) {
+            plain = indicesOf(image);
+        }
+        EXPECT_EQ(indicesOf(image), plain) << form.name;
+    }
+    return plain;
 }
 
 TEST(ErrorDiffusionDither, OnlyThresholdsAOneByOneImage) {
