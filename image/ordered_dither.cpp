@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "image/dot_packing.h"
+
 namespace {
 
-constexpr int kThreshold = 128;
+constexpr std::uint8_t kThreshold = 128;
 
 constexpr std::uint8_t kFixedMatrix[4][4] = {
     {0, 8, 2, 10},
@@ -13,37 +15,40 @@ constexpr std::uint8_t kFixedMatrix[4][4] = {
     {15, 7, 13, 5},
 };
 
-template <typename IsWhite>
-void packRow(std::size_t width, std::uint8_t* packed, IsWhite isWhite) {
-    for (std::size_t first = 0; first < width; first += 8) {
-        const std::size_t end = std::min(first + 8, width);
-        unsigned byte = 0;
-        for (std::size_t x = first; x < end; ++x) {
-            byte |= isWhite(x) ? 0x80U >> (x - first) : 0U;
-        }
-        packed[first / 8] = static_cast<std::uint8_t>(byte);
+/// The highest grey that a value of the fixed matrix leaves black. Sixteen steps lie between the
+/// two levels; only 255 reaches the seventeenth, which is white everywhere.
+constexpr std::uint8_t lastBlack(int matrixValue) {
+    int grey = 0;
+    while (grey < 254 && (grey + 1) * 16 / 255 <= matrixValue) {
+        ++grey;
     }
+    return static_cast<std::uint8_t>(grey);
+}
+
+constexpr std::array<DotLimits, 4> orderedLimits() {
+    std::array<DotLimits, 4> limits{};
+    for (std::size_t i = 0; i < 16; ++i) {
+        limits[i / 4][i % 4] = lastBlack(kFixedMatrix[i / 4][i % 4]);
+    }
+    return limits;
 }
 
 }  // namespace
 
 void thresholdRow(const std::uint8_t* grey, std::size_t width, std::uint8_t* packed) {
-    packRow(width, packed, [=](std::size_t x) { return grey[x] > kThreshold; });
+    packDots(grey, width, {kThreshold, kThreshold, kThreshold, kThreshold}, packed);
 }
 
 void orderedRow(const std::uint8_t* grey, std::size_t width, std::size_t y, std::uint8_t* packed) {
-    const std::uint8_t* matrixRow = kFixedMatrix[y % 4];
-    packRow(width, packed, [=](std::size_t x) {
-        // Sixteen steps between the two levels; only 255 reaches the seventeenth, full white.
-        const int level = grey[x] * 16 / 255;
-        return level == 16 || matrixRow[x % 4] < level;
-    });
+    static constexpr std::array<DotLimits, 4> limits = orderedLimits();
+    packDots(grey, width, limits[y % 4], packed);
 }
 
 void bayerRow(const std::uint8_t* grey, std::size_t width, std::size_t y, std::uint8_t* packed) {
     static const std::array<std::uint8_t, 16> matrix = bayerMatrix();
-    const std::uint8_t* matrixRow = matrix.data() + 4 * (y % 4);
-    packRow(width, packed, [=](std::size_t x) { return grey[x] > matrixRow[x % 4]; });
+    DotLimits limits;
+    std::copy_n(matrix.data() + 4 * (y % 4), limits.size(), limits.data());
+    packDots(grey, width, limits, packed);
 }
 
 std::array<std::uint8_t, 16> bayerMatrix() {

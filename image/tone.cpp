@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "image/cx_image.h"
+#include "image/dot_packing.h"
 
 static_assert(FLT_EVAL_METHOD == 0, "wider intermediate results would change dots");
 
@@ -67,6 +68,10 @@ bool CxImage::IncreaseBpp(std::uint32_t nbit) {
     local.SetPalette(GetPalette(), GetNumColors());
     const std::uint32_t width = GetWidth();
     for (std::uint32_t y = 0; y < GetHeight(); ++y) {
+        if (GetBpp() == 1 && nbit == 8) {
+            unpackDots(rowAt(y), width, local.rowAt(y));
+            continue;
+        }
         for (std::uint32_t x = 0; x < width; ++x) {
             if (nbit == 24) {
                 local.BlindSetPixelColor(x, y, BlindGetPixelColor(x, y));

@@ -143,6 +143,9 @@ class KelpPrinter {
     void saveOrigin(const unsigned char* pixels, unsigned long bytesPerLine, unsigned long height,
                     unsigned long width);
     void saveAndPrintProcessed();
+    /// As PageProcess; leaves the dots out of `out` unless fillsOut.
+    int processPage(DitherType type, const unsigned char* pixels, int bytesPerLine, int width,
+                    int height, unsigned char* out, bool fillsOut);
 
     CxImage cximage_;
     CxImage tattooImage_;

@@ -1,19 +1,11 @@
 #include "printer/mono_packing.h"
 
-#include <algorithm>
-
 #include "filter/log.h"
+#include "image/dot_packing.h"
 #include "printer/kelp_printer.h"
 
 void packMonoRow(const unsigned char* dots, std::size_t count, unsigned char* packed) {
-    for (std::size_t first = 0; first < count; first += 8) {
-        const std::size_t bits = std::min<std::size_t>(8, count - first);
-        unsigned byte = 0;
-        for (std::size_t bit = 0; bit < bits; ++bit) {
-            byte |= dots[first + bit] != 0 ? 0x80U >> bit : 0U;
-        }
-        packed[first / 8] = static_cast<unsigned char>(byte);
-    }
+    packDots(dots, count, {0, 0, 0, 0}, packed);
 }
 
 int KelpPrinter::GrayToMono(int width, int height, unsigned char* data) const {

@@ -105,8 +105,9 @@ void KelpPrinter::printImage(const unsigned char* pixels, unsigned long bytesPer
                           "printImage: Memory for processing result allocated successfully, size: "
                           "%lu bytes",
                           bytesPerLine * height);
-            PageProcess(halftoneType_, pixels, static_cast<int>(bytesPerLine),
-                        static_cast<int>(width), static_cast<int>(height), processed.get());
+            // What it could leave in the buffer nobody reads.
+            processPage(halftoneType_, pixels, static_cast<int>(bytesPerLine),
+                        static_cast<int>(width), static_cast<int>(height), processed.get(), false);
             logProcessed(processed.get(), bytesPerLine, height, width, content);
             saveAndPrintProcessed();
         } else {

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "enhance/tattoo.h"
@@ -10,10 +12,22 @@ std::ptrdiff_t offsetOf(int row, int stride) {
     return static_cast<std::ptrdiff_t>(row) * stride;
 }
 
+/// Whether so many rows of so many bytes can be read from the image.
+bool hasRowsOf(const CxImage& img, int width, int height) {
+    return img.IsValid() && img.GetBpp() == 8 && width >= 0 &&
+           static_cast<std::uint32_t>(width) <= img.GetWidth() && height >= 0 &&
+           static_cast<std::uint32_t>(height) <= img.GetHeight();
+}
+
 }  // namespace
 
 int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int bytesPerLine,
                              int width, int height, unsigned char* out) {
+    return processPage(type, pixels, bytesPerLine, width, height, out, true);
+}
+
+int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int bytesPerLine,
+                             int width, int height, unsigned char* out, bool fillsOut) {
     setUseTQDithering(halftoneType_ == DitherTattoo || halftoneType_ == DitherTattooX8);
     kelpLogCommon(0, "PageProcess: TQ dithering is %s", useTQDithering_ ? "enabled" : "disabled");
 
@@ -80,9 +94,11 @@ int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int b
     }
 
     const auto effWidth = static_cast<int>(pimage_->GetEffWidth());
-    // Inverts once more for a negative print; the buffer is a by-product, pimage_ is printed.
-    copyProcessedPixels(pimage_, out, static_cast<int>(pimage_->GetWidth()),
-                        static_cast<int>(pimage_->GetHeight()), effWidth);
+    if (fillsOut) {
+        // Inverts once more for a negative print; the buffer is a by-product, pimage_ is printed.
+        copyProcessedPixels(pimage_, out, static_cast<int>(pimage_->GetWidth()),
+                            static_cast<int>(pimage_->GetHeight()), effWidth);
+    }
     // Its low 32 bits where it is more.
     const auto length =
         static_cast<int>(static_cast<unsigned int>(height) * static_cast<unsigned int>(effWidth));
@@ -93,8 +109,13 @@ int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int b
 
 void KelpPrinter::copyPixels(const CxImage& img, unsigned char* out, int width, int height,
                              int stride) {
+    const bool isWithin = hasRowsOf(img, width, height);
     for (int y = 0; y < height; ++y) {
         unsigned char* row = out + offsetOf(y, stride);
+        if (isWithin) {
+            std::copy_n(img.GetBits(static_cast<std::uint32_t>(y)), width, row);
+            continue;
+        }
         for (int x = 0; x < width; ++x) {
             row[x] = img.GetPixelIndex(x, y);
         }
@@ -103,14 +124,15 @@ void KelpPrinter::copyPixels(const CxImage& img, unsigned char* out, int width, 
 
 void KelpPrinter::copyProcessedPixels(const CxImage* img, unsigned char* out, int width, int height,
                                       int stride) const {
+    std::array<unsigned char, 256> table{};
+    for (std::size_t v = 0; v < table.size(); ++v) {
+        const auto shown = static_cast<unsigned char>(v == 1 ? 0xFF : v);
+        table[v] = negativePrint_ ? static_cast<unsigned char>(~shown) : shown;
+    }
     for (int y = 0; y < height; ++y) {
         unsigned char* row = out + offsetOf(y, stride);
         for (int x = 0; x < width; ++x) {
-            unsigned char v = img->GetPixelIndex(x, y);
-            if (v == 1) {
-                v = 0xFF;
-            }
-            row[x] = negativePrint_ ? static_cast<unsigned char>(~v) : v;
+            row[x] = table[img->GetPixelIndex(x, y)];
         }
     }
 }

@@ -14,6 +14,9 @@ void zplAppendRun(std::string& out, char ch, unsigned int count);
 /// Appends the digits of one row as runs. A final run of zeros becomes ',' ("zeros to the end of
 /// the row"), behind a literal '0' when it is odd; a single final zero is just '0'.
 void zplAppendRow(std::string& out, const unsigned char* row, std::size_t rowBytes);
+/// Characters that zplAppendRow needs room for on the way: it allocates nothing where `out` has
+/// them.
+std::size_t zplRowRoom(std::size_t rowBytes);
 
 /// Whether every dot of the row is black.
 bool zplIsSolidRow(const unsigned char* row, std::size_t rowBytes);

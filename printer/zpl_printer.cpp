@@ -9,16 +9,16 @@ std::int32_t LastSet = 0;
 
 namespace {
 
-/// What ZPLPrintLine does; `text` is room that is used again for each row.
-void printRow(KelpPrinter& printer, const unsigned char* row, std::size_t rowBytes,
-              std::string& text) {
+/// Rows are sent in pieces of about this many characters: few large writes.
+constexpr std::size_t kPiece = 65536;
+
+/// Appends what ZPLPrintLine sends.
+void appendRow(std::string& text, const unsigned char* row, std::size_t rowBytes) {
     if (LastSet != 0 && zplIsSolidRow(row, rowBytes)) {
-        printer.printByte(':');
+        text += ':';
         return;
     }
-    text.clear();
     zplAppendRow(text, row, rowBytes);
-    printer.printBytes(text.data(), text.size());
     LastSet = 1;
 }
 
@@ -31,9 +31,9 @@ void setPrint(int /*unused*/, int copies) {
 void ZplPrinter::doPrintImage(const unsigned char* bits, unsigned long /*bytesPerLine*/,
                               unsigned long height, unsigned long width) {
     // A printer that is promised a graphic takes whatever comes for it: without the memory for its
-    // rows it is not begun. A row takes a character a digit at most.
+    // rows it is not begun.
     std::string text;
-    text.reserve(2 * ((width + 7) / 8));
+    text.reserve(kPiece + zplRowRoom((width + 7) / 8));
     // "^XX" starts no label in ZPL; printers of this kind expect it here.
     printStr("^XX\r\n");
     const cups_page_header2_t* header = getPageHeader();
@@ -47,7 +47,11 @@ void ZplPrinter::doPrintImage(const unsigned char* bits, unsigned long /*bytesPe
     const unsigned int rowBytes = total / static_cast<unsigned int>(height);
     printFormat("~DGR:CUPS.GRF,%u,%u,\n", total, rowBytes);
     for (unsigned long y = 0; y < height; ++y) {
-        printRow(*this, packed + y * rowBytes, rowBytes, text);
+        appendRow(text, packed + y * rowBytes, rowBytes);
+        if (text.size() >= kPiece || y + 1 == height) {
+            printBytes(text.data(), text.size());
+            text.clear();
+        }
     }
     printStr("^FO0,0^XGR:CUPS.GRF,1,1^FS\n");
     printStr("^XZ\r\n");
@@ -55,7 +59,8 @@ void ZplPrinter::doPrintImage(const unsigned char* bits, unsigned long /*bytesPe
 
 void ZplPrinter::ZPLPrintLine(const unsigned char* row, int bytesPerRow) {
     std::string text;
-    printRow(*this, row, static_cast<std::size_t>(bytesPerRow), text);
+    appendRow(text, row, static_cast<std::size_t>(bytesPerRow));
+    printBytes(text.data(), text.size());
 }
 
 void ZplPrinter::ZPLCompress(unsigned char ch, unsigned int count) {
