@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <vector>
 
 #include "image/cx_image.h"
@@ -32,10 +31,6 @@ std::uint8_t storedBits(std::uint32_t bpp) {
 }
 
 void readRow(const CxImage& image, std::uint32_t y, std::uint8_t* grey) {
-    if (image.GetBpp() == 8) {
-        std::copy_n(image.GetBits(y), image.GetWidth(), grey);
-        return;
-    }
     for (std::uint32_t x = 0; x < image.GetWidth(); ++x) {
         grey[x] = image.BlindGetPixelIndex(x, y);
     }
@@ -43,19 +38,23 @@ void readRow(const CxImage& image, std::uint32_t y, std::uint8_t* grey) {
 
 void ditherByPosition(const CxImage& source, CxImage& mono, long method) {
     const std::uint32_t width = source.GetWidth();
-    std::vector<std::uint8_t> grey(width);
+    const bool holdsGrey = source.GetBpp() == 8;
+    std::vector<std::uint8_t> read(holdsGrey ? 0 : width);
     for (std::uint32_t y = 0; y < source.GetHeight(); ++y) {
-        readRow(source, y, grey.data());
+        if (!holdsGrey) {
+            readRow(source, y, read.data());
+        }
+        const std::uint8_t* grey = holdsGrey ? source.GetBits(y) : read.data();
         std::uint8_t* packed = mono.GetBits(y);
         switch (method) {
             case 0:
-                thresholdRow(grey.data(), width, packed);
+                thresholdRow(grey, width, packed);
                 break;
             case 1:
-                orderedRow(grey.data(), width, y, packed);
+                orderedRow(grey, width, y, packed);
                 break;
             default:
-                bayerRow(grey.data(), width, y, packed);
+                bayerRow(grey, width, y, packed);
                 break;
         }
     }

@@ -6,6 +6,7 @@
 //   SYSROOT    the machine's libraries
 //   PROGRAM    the program
 //   WORLD      the machine's build of the library that the tests preload
+//   MODEL      the processor; without it, the best that the emulator has
 
 #include <errno.h>
 #include <stdio.h>
@@ -27,6 +28,9 @@ int main(int argc, char* argv[]) {
         command[count + (size_t)i - 1] = argv[i];
     }
     unsetenv("LD_PRELOAD");  // is for this machine
+#ifdef MODEL
+    setenv("QEMU_CPU", MODEL, 1);
+#endif
     execv(EMULATOR, command);
     fprintf(stderr, "%s: %s\n", EMULATOR, strerror(errno));
     return 127;

@@ -1,4 +1,5 @@
-// Packing, row encoding, whole labels and snapshots held to the reference.
+// Packing, row encoding and whole labels in every form that the machine has, and snapshots, held to
+// the reference.
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 #include "printer/mono_packing.h"
 #include "printer/zpl_encoding.h"
 #include "printer/zpl_printer.h"
+#include "simd/forms.h"
 #include "tests/property/random_images.h"
 #include "tests/reference/encoding.h"
 #include "tests/reference/snapshot.h"
@@ -59,15 +61,63 @@ std::vector<unsigned char> randomRow(int bytes, Random& random) {
     return row;
 }
 
-TEST(RowEncoding, MatchesTheReferenceForEveryWidth) {
+class EncodingForms : public testing::TestWithParam<simd::Form> {
+  protected:
+    static std::string expected(const std::vector<unsigned char>& row) {
+        int lastSet = 0;
+        return reference::encodeRow(row, lastSet);
+    }
+    /// The row lies at the end of a block of its own, `offset` bytes behind its begin.
+    static std::string encoded(const std::vector<unsigned char>& row, std::size_t offset = 0) {
+        const std::unique_ptr<unsigned char[]> block(new unsigned char[offset + row.size()]);
+        std::copy(row.begin(), row.end(), block.get() + offset);
+        std::string text = "before";
+        zplAppendRow(text, block.get() + offset, row.size());
+        EXPECT_TRUE(text.starts_with("before"));
+        return text.substr(6);
+    }
+
+    const simd::ForcedForm forced_{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryForm, EncodingForms, testing::ValuesIn(simd::forms()),
+                         [](const auto& form) { return std::string(form.param.name); });
+
+TEST_P(EncodingForms, EncodeRowsOfEveryWidthAtEveryPlace) {
     Random random(31);
     for (int bytes = 1; bytes <= 300; ++bytes) {
         for (int round = 0; round < 20; ++round) {
             const std::vector<unsigned char> row = randomRow(bytes, random);
-            std::string text;
-            zplAppendRow(text, row.data(), row.size());
-            int lastSet = 0;
-            ASSERT_EQ(text, reference::encodeRow(row, lastSet)) << bytes << " bytes";
+            const auto offset = static_cast<std::size_t>((bytes + round) % 33);
+            ASSERT_EQ(encoded(row, offset), expected(row)) << bytes << " bytes";
+        }
+    }
+}
+
+// A row is looked at 32 bytes at a time.
+TEST_P(EncodingForms, EncodeOneRunOfEveryLengthAtEveryPlace) {
+    constexpr std::size_t kDigits = 2 * 70;
+    const auto set = [](std::vector<unsigned char>& row, std::size_t digit, unsigned value) {
+        unsigned char& byte = row[digit / 2];
+        byte = static_cast<unsigned char>(digit % 2 == 0 ? (byte & 0x0F) | value << 4
+                                                         : (byte & 0xF0) | value);
+    };
+    for (std::size_t first = 0; first < kDigits; ++first) {
+        for (std::size_t end = first + 1; end <= kDigits; ++end) {
+            std::vector<unsigned char> row(kDigits / 2, 0xA5);
+            for (std::size_t digit = first; digit < end; ++digit) {
+                set(row, digit, static_cast<unsigned>(end % 3 * 7));  // 0, 7 and 14
+            }
+            ASSERT_EQ(encoded(row), expected(row)) << first << " to " << end;
+        }
+    }
+}
+
+TEST_P(EncodingForms, EncodeRowsOfOneValueOfEveryWidth) {
+    for (const int value : {0x00, 0xFF, 0x11, 0x10, 0x01}) {
+        for (std::size_t bytes = 1; bytes <= 1300; ++bytes) {
+            const std::vector<unsigned char> row(bytes, static_cast<unsigned char>(value));
+            ASSERT_EQ(encoded(row), expected(row)) << value << ", " << bytes << " bytes";
         }
     }
 }
@@ -80,7 +130,7 @@ TEST(RunEncoding, MatchesTheReference) {
     }
 }
 
-TEST(Packing, MatchesTheReferenceWithEverySkip) {
+TEST_P(EncodingForms, PackWithEverySkip) {
     forRandomImages(32, [](const GrayImage& grey, Random& random) {
         std::vector<unsigned char> dots = grey.px;
         for (unsigned char& dot : dots) {
@@ -98,35 +148,46 @@ TEST(Packing, MatchesTheReferenceWithEverySkip) {
     });
 }
 
-TEST(Labels, MatchTheReference) {
-    forRandomImages(33, [](const GrayImage& grey, Random& random) {
-        std::vector<unsigned char> dots = grey.px;
-        for (int y = 0; y < grey.height; ++y) {
-            if (random.one_in(4)) {  // rows that the solid-row shortcut takes
-                std::fill_n(dots.begin() + y * grey.width, grey.width,
-                            static_cast<unsigned char>(1));
-            }
+/// Whole labels: prints one and compares with the reference.
+void expectLabel(const GrayImage& grey, Random& random) {
+    std::vector<unsigned char> dots = grey.px;
+    for (int y = 0; y < grey.height; ++y) {
+        if (random.one_in(4)) {  // rows that the solid-row shortcut takes
+            std::fill_n(dots.begin() + y * grey.width, grey.width, static_cast<unsigned char>(1));
         }
-        cups_page_header2_t header{};
-        header.NumCopies = static_cast<unsigned>(random.between(0, 99));
-        const auto skip = static_cast<unsigned long>(random.between(0, 3));
-        int lastSet = 0;
-        const std::string expected = reference::encodeLabel(
-            grey.width, grey.height, skip, static_cast<int>(header.NumCopies), dots, lastSet);
+    }
+    cups_page_header2_t header{};
+    header.NumCopies = static_cast<unsigned>(random.between(0, 99));
+    const auto skip = static_cast<unsigned long>(random.between(0, 3));
+    int lastSet = 0;
+    const std::string expected = reference::encodeLabel(
+        grey.width, grey.height, skip, static_cast<int>(header.NumCopies), dots, lastSet);
 
-        MemoryStream stream;
-        ZplPrinter printer;
-        printer.getOutputStreams() = {stream.stream()};
-        printer.setPageHeader(&header).setSkipRightPixels(skip);
-        sPrinter = &printer;
-        LastSet = 0;
-        printer.doPrintImage(dots.data(), static_cast<unsigned long>(grey.width),
-                             static_cast<unsigned long>(grey.height),
-                             static_cast<unsigned long>(grey.width));
-        sPrinter = nullptr;
-        ASSERT_EQ(stream.written(), expected);
-        ASSERT_EQ(LastSet, lastSet);
-    });
+    MemoryStream stream;
+    ZplPrinter printer;
+    printer.getOutputStreams() = {stream.stream()};
+    printer.setPageHeader(&header).setSkipRightPixels(skip);
+    sPrinter = &printer;
+    LastSet = 0;
+    printer.doPrintImage(dots.data(), static_cast<unsigned long>(grey.width),
+                         static_cast<unsigned long>(grey.height),
+                         static_cast<unsigned long>(grey.width));
+    sPrinter = nullptr;
+    ASSERT_EQ(stream.written(), expected);
+    ASSERT_EQ(LastSet, lastSet);
+}
+
+TEST_P(EncodingForms, WriteLabels) {
+    forRandomImages(33, expectLabel);
+}
+
+TEST_P(EncodingForms, WriteLabelsOfSeveralPieces) {
+    Random random(35);
+    GrayImage noise{2000, 700, {}};
+    for (int i = 0; i < noise.width * noise.height; ++i) {
+        noise.px.push_back(static_cast<unsigned char>(random.between(0, 1)));
+    }
+    expectLabel(noise, random);
 }
 
 TEST(Snapshots, MatchTheReference) {
