@@ -57,15 +57,24 @@ int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int b
     }
 
     if (useTQDithering_) {
-        copyPixels(cximage_, out, width, height, bytesPerLine);
+        // Rows that are packed need not go through the buffer.
+        const bool isPacked = !fillsOut && bytesPerLine == width;
+        TQImage src = isPacked ? TQImage::unset(width, height, TQ_IMG_GRAY) : TQImage();
+        copyPixels(cximage_, isPacked ? src.data : out, width, height, bytesPerLine);
         kelpLogCommon(0,
                       "PageProcess: Copied pixels to the output buffer for TQ dithering, with "
                       "stride %d, EffWidth %d",
                       bytesPerLine, static_cast<int>(cximage_.GetEffWidth()));
-        // The rows are taken as packed, also where bytesPerLine says that they are not.
-        TQImage src(width, height, TQ_IMG_GRAY, out);
+        if (!isPacked) {
+            // The rows are taken as packed, although bytesPerLine says that they are not.
+            src = TQImage(width, height, TQ_IMG_GRAY, out);
+        }
+        if (pimage_ != &cximage_) {
+            cximage_.Destroy();  // makes room for the result
+        }
         const TQImage result =
             halftoneType_ == DitherTattooX8 ? tqTattooDitheringX8(src) : tqTattooDithering(src);
+        src = TQImage();
         // The rounded width is only reported.
         kelpLogCommon(0, "PageProcess: Applied TQ dithering with stride %d, width %d",
                       (result.width + 3) / 4 * 4, width);
