@@ -13,6 +13,7 @@
 #include "simd/forms.h"
 #include "tests/property/random_images.h"
 #include "tests/reference/dither.h"
+#include "tests/support/form_names.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ class DotForms : public testing::TestWithParam<simd::Form> {
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryForm, DotForms, testing::ValuesIn(simd::forms()),
-                         [](const auto& form) { return std::string(form.param.name); });
+                         kelp_test::form_name);
 
 /// A row at the end of a block of its own, so that a sanitizer sees what is read behind it.
 class RowAt {

@@ -16,6 +16,7 @@
 #include "tests/property/random_images.h"
 #include "tests/reference/encoding.h"
 #include "tests/reference/snapshot.h"
+#include "tests/support/form_names.h"
 
 namespace {
 
@@ -81,7 +82,7 @@ class EncodingForms : public testing::TestWithParam<simd::Form> {
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryForm, EncodingForms, testing::ValuesIn(simd::forms()),
-                         [](const auto& form) { return std::string(form.param.name); });
+                         kelp_test::form_name);
 
 TEST_P(EncodingForms, EncodeRowsOfEveryWidthAtEveryPlace) {
     Random random(31);

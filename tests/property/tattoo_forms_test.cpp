@@ -15,6 +15,7 @@
 #include "tests/reference/gaussian.h"
 #include "tests/reference/moments.h"
 #include "tests/reference/tattoo.h"
+#include "tests/support/form_names.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ class TattooForms : public testing::TestWithParam<simd::Form> {
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryForm, TattooForms, testing::ValuesIn(simd::forms()),
-                         [](const auto& form) { return std::string(form.param.name); });
+                         kelp_test::form_name);
 
 void expectDiffusion(const GrayImage& grey, int threshold) {
     ASSERT_EQ(fromTq(edf_cus(toTq(grey), threshold)).px, reference::edfCus(grey, threshold).px)
