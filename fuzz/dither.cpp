@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "fuzz/any_form.h"
 #include "fuzz/check.h"
 #include "image/cx_image.h"
 #include "tests/reference/dither.h"
@@ -27,8 +28,10 @@ void compare(const CxImage& image, const reference::StridedImage& expected, cons
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
-    const int width = input.ConsumeIntegralInRange(1, 44);
-    const int height = input.ConsumeIntegralInRange(1, 20);
+    const simd::ForcedForm forced(kelp_fuzz::any_form(input));
+    // Vectors hold up to 32 pixels; bands have up to 32 rows, each four columns behind the one above.
+    const int width = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 200 : 44);
+    const int height = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 70 : 20);
     const int padding = input.ConsumeIntegralInRange(0, 9);
     const long method = input.ConsumeIntegralInRange<long>(-1, 9);
     const int brightness = input.ConsumeBool() ? input.ConsumeIntegralInRange(-510, 510) : 0;

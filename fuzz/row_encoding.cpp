@@ -8,6 +8,7 @@
 #include <sstream>
 #include <vector>
 
+#include "fuzz/any_form.h"
 #include "fuzz/captured_log.h"
 #include "fuzz/check.h"
 #include "preview/stream_decoder.h"
@@ -65,6 +66,7 @@ Bytes shown(Bytes packed, std::size_t row_bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
+    const simd::ForcedForm forced(kelp_fuzz::any_form(input));
     // Rows of more than 400 digits, sometimes.
     const int width = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 7000 : 80);
     const int height = input.ConsumeIntegralInRange(1, width > 80 ? 6 : 40);

@@ -11,6 +11,7 @@
 #include "enhance/moments_threshold.h"
 #include "enhance/piecewise_gamma.h"
 #include "enhance/tattoo.h"
+#include "fuzz/any_form.h"
 #include "fuzz/check.h"
 #include "tests/reference/gamma.h"
 #include "tests/reference/gaussian.h"
@@ -60,7 +61,9 @@ void check_stages(const GrayImage& grey, FuzzedDataProvider& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
-    const int width = input.ConsumeIntegralInRange(1, 40);
+    const simd::ForcedForm forced(kelp_fuzz::any_form(input));
+    // Bands have up to 16 rows, each four columns behind the one above; vectors up to 32 pixels.
+    const int width = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 120 : 40);
     const int height = input.ConsumeIntegralInRange(1, 24);
     const int color = input.ConsumeIntegralInRange(0, 12);
     ColorImage page{width, height, color > 4 ? 0 : color, {}};
