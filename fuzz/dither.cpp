@@ -29,7 +29,7 @@ void compare(const CxImage& image, const reference::StridedImage& expected, cons
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
     const simd::ForcedForm forced(kelp_fuzz::any_form(input));
-    // Vectors hold up to 32 pixels; bands have up to 32 rows, each four columns behind the one above.
+    // Vectors hold up to 32 pixels; bands have up to 32 rows, four columns from one to the next.
     const int width = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 200 : 44);
     const int height = input.ConsumeIntegralInRange(1, input.ConsumeBool() ? 70 : 20);
     const int padding = input.ConsumeIntegralInRange(0, 9);

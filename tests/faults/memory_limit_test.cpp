@@ -20,10 +20,10 @@ constexpr rlim_t mebibyte = rlim_t{1} << 20U;
 constexpr std::array endings{"page buffer", "work buffer", "result", "image", "halftone", "whole"};
 
 TEST(MemoryLimit, EndsAJobAtEachOfAPagesBuffersWithItsMessage) {
-    // 6 MB: no buffer of its fits where the one before it has just found room.
+    // 13 MB, its dots 1.6 MB: no buffer fits where the one before it has just found room.
     Page large;
-    large.width = 2400;
-    large.height = 2400;
+    large.width = 3600;
+    large.height = 3600;
     large.pixels = gradient(large.width, large.height);
     const Job job = job_of({tiny_page(), large}, "");
     const JobResult good = run_job(job);
@@ -36,7 +36,7 @@ TEST(MemoryLimit, EndsAJobAtEachOfAPagesBuffersWithItsMessage) {
     // A halftone that fails is passed over in silence: everything that is not 0 prints.
     int last_set = 0;
     const std::string undithered = reference::encodeLabel(
-        2400, 2400, 0, 1, {large.pixels.begin(), large.pixels.end()}, last_set);
+        3600, 3600, 0, 1, {large.pixels.begin(), large.pixels.end()}, last_set);
 
     const Sandbox sandbox;
     Command command = sandbox.command(job);
