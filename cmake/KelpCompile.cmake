@@ -4,6 +4,7 @@
 #                                  counters, hardening where the build is optimised
 #   kelp_plain_c(<target>)  a test's C that is loaded into a program or stands in for one
 #   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
+#   kelp_vectors(<source>...)  of this folder: kernels that are one large function for each target
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 set(KELP_SANITIZE "" CACHE STRING "Sanitizers to compile and link with, as -fsanitize= takes them")
@@ -99,4 +100,13 @@ function(kelp_compile_quickly)
     list(APPEND options -fno-analyzer)
   endif()
   set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${options}")
+endfunction()
+
+# A check of each pointer and reference in thousands of inlined vector operations takes Clang minutes;
+# the address sanitizer still sees what they touch.
+function(kelp_vectors)
+  if(KELP_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS
+      "-O1;-fno-sanitize=null,alignment,object-size,pointer-overflow,vptr,function")
+  endif()
 endfunction()
