@@ -1,0 +1,88 @@
+// Runs one stage in one form, for whoever counts instructions or compares with other programs.
+//
+//   kelp_bench_one_stage                              the names of the stages and their forms
+//   kelp_bench_one_stage STAGE FORM PAGE ROWS RUNS    runs it over the first rows of a page, 0 for
+//                                                     all, and prints the median of the times in ns
+//
+// The form may be "literal", the loops of tests/reference, or "best". The instructions of a run are
+// the difference between two counts of runs.
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "bench/stages.h"
+#include "simd/forms.h"
+
+namespace {
+
+void list(const Stage& stage) {
+    std::printf("%s:", stage.name.c_str());
+    if (stage.literal) {
+        std::printf(" literal");
+    }
+    for (const simd::Form& form : simd::forms()) {
+        std::printf(" %s", form.name);
+        if (!stage.hasForms) {
+            break;
+        }
+    }
+    std::printf("\n");
+}
+
+template <typename List>
+const auto& named(const List& list, const std::string& name) {
+    for (const auto& each : list) {
+        if (each.name == name) {
+            return each;
+        }
+    }
+    std::fprintf(stderr, "there is no %s\n", name.c_str());
+    std::exit(1);
+}
+
+double medianTime(const std::function<void()>& run, int runs) {
+    using Clock = std::chrono::steady_clock;
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        const auto start = Clock::now();
+        run();
+        times.push_back(std::chrono::duration<double, std::nano>(Clock::now() - start).count());
+    }
+    std::sort(times.begin(), times.end());
+    return times.empty() ? 0.0 : times[times.size() / 2];
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<Stage> all = stages();
+    if (argc != 6) {
+        for (const Stage& stage : all) {
+            list(stage);
+        }
+        return argc == 1 ? 0 : 1;
+    }
+    const Stage& stage = named(all, argv[1]);
+    const std::string form = argv[2];
+    const KnownPage& known = named(kPages, argv[3]);
+    TestPage page = known.page();
+    const auto rows = static_cast<std::uint32_t>(std::strtoul(argv[4], nullptr, 10));
+    if (rows > 0 && rows < page.height) {
+        page.height = rows;
+        page.pixels.resize(std::size_t{page.width} * rows);
+    }
+    const int runs = std::atoi(argv[5]);
+
+    if (form == "literal") {
+        std::printf("%.0f\n", medianTime(stage.literal(page), runs));
+        return 0;
+    }
+    const std::vector<simd::Form> forms = simd::forms();
+    const simd::ForcedForm forced(form == "best" ? forms.back() : named(forms, form));
+    std::printf("%.0f\n", medianTime(stage.run(page), runs));
+    return 0;
+}
