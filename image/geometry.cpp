@@ -2,6 +2,7 @@
 #include <cstring>
 #include <limits>
 
+#include "image/byte_reversal.h"
 #include "image/cx_image.h"
 
 // Rotate180, Mirror and MakeCenter do not ask whether the local image could be made: where it
@@ -19,7 +20,7 @@ bool CxImage::Rotate180(CxImage* destination) {
         for (std::uint32_t y = 0; y < height; ++y) {
             std::uint8_t* dst = local.rowAt(height - 1 - y);
             if (GetBpp() == 8) {
-                std::reverse_copy(rowAt(y), rowAt(y) + width, dst);
+                reverseBytes(rowAt(y), width, dst);
             } else {
                 for (std::uint32_t x = 0; x < width; ++x) {
                     dst[width - 1 - x] = BlindGetPixelIndex(x, y);
@@ -39,7 +40,7 @@ void CxImage::Mirror() {
     if (createLike(local, width, GetHeight(), 8)) {
         local.SetPalette(GetPalette(), GetNumColors());
         for (std::uint32_t y = 0; y < GetHeight(); ++y) {
-            std::reverse_copy(rowAt(y), rowAt(y) + width, local.rowAt(y));
+            reverseBytes(rowAt(y), width, local.rowAt(y));
         }
     }
     Transfer(local);
