@@ -1,8 +1,9 @@
 // Runs one stage in one form, for whoever counts instructions or compares with other programs.
 //
 //   kelp_bench_one_stage                              the names of the stages and their forms
-//   kelp_bench_one_stage STAGE FORM PAGE ROWS RUNS    runs it over the first rows of a page, 0 for
-//                                                     all, and prints the median of the times in ns
+//   kelp_bench_one_stage STAGE FORM PAGE ROWS RUNS    runs it over a page of so many rows, 0 for
+//                                                     the usual, and prints the median of the times
+//                                                     in ns
 //
 // The form may be "literal", the loops of tests/reference, or "best". The instructions of a run are
 // the difference between two counts of runs.
@@ -69,12 +70,8 @@ int main(int argc, char** argv) {
     const Stage& stage = named(all, argv[1]);
     const std::string form = argv[2];
     const KnownPage& known = named(kPages, argv[3]);
-    TestPage page = known.page();
     const auto rows = static_cast<std::uint32_t>(std::strtoul(argv[4], nullptr, 10));
-    if (rows > 0 && rows < page.height) {
-        page.height = rows;
-        page.pixels.resize(std::size_t{page.width} * rows);
-    }
+    const TestPage page = known.make(known.width, rows > 0 ? rows : known.height);
     const int runs = std::atoi(argv[5]);
 
     if (form == "literal") {
