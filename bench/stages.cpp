@@ -62,10 +62,10 @@ void addToneAndGeometry(std::vector<Stage>& all) {
                    onStrided([](const StridedImage& image) { reference::light(image, 20, 10); }),
                    false});
     all.push_back({"mirror", onImage([](CxImage& image) { image.Mirror(); }),
-                   onStrided([](const StridedImage& image) { reference::mirror(image); }), true});
+                   onStrided([](const StridedImage& image) { reference::mirror(image); }), false});
     all.push_back({"rotate 180", onImage([](CxImage& image) { image.Rotate180(); }),
                    onStrided([](const StridedImage& image) { reference::rotate180(image); }),
-                   true});
+                   false});
 }
 
 // --- Halftones: from the page's bytes to a row of bits each ---

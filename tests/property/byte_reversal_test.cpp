@@ -1,4 +1,4 @@
-// Rows and images turned round, in every form that the machine has.
+// Rows and images turned round.
 
 #include <gtest/gtest.h>
 
@@ -8,25 +8,15 @@
 
 #include "image/byte_reversal.h"
 #include "image/cx_image.h"
-#include "simd/forms.h"
 #include "tests/property/random_images.h"
 #include "tests/reference/strided.h"
-#include "tests/support/form_names.h"
 
 namespace {
 
 using namespace kelp_test;
 
-class ByteReversal : public testing::TestWithParam<simd::Form> {
-  protected:
-    const simd::ForcedForm forced_{GetParam()};
-};
-
-INSTANTIATE_TEST_SUITE_P(EveryForm, ByteReversal, testing::ValuesIn(simd::forms()),
-                         kelp_test::form_name);
-
 // Both rows end with their blocks, so that a sanitizer sees what is touched behind them.
-TEST_P(ByteReversal, ReversesRowsOfEveryLengthAtEveryMisalignment) {
+TEST(ByteReversal, ReversesRowsOfEveryLengthAtEveryMisalignment) {
     constexpr std::size_t longest = 100;
     constexpr std::size_t largest_offset = 16;
     for (std::size_t count = 0; count <= longest; ++count) {
@@ -49,7 +39,7 @@ TEST_P(ByteReversal, ReversesRowsOfEveryLengthAtEveryMisalignment) {
     }
 }
 
-TEST_P(ByteReversal, ImagesOfEverySizeAreMirroredAndTurnedLikeTheReference) {
+TEST(ByteReversal, ImagesOfEverySizeAreMirroredAndTurnedLikeTheReference) {
     forRandomImages(71, [](const reference::GrayImage& grey, Random&) {
         const auto loaded =
             reference::loadStrided(grey.px.data(), grey.width, grey.height, grey.width);
