@@ -14,8 +14,7 @@ std::int64_t vectorTargets() {
 }
 
 void choose(std::int64_t targets) {
-    hwy::SetSupportedTargetsForTest(targets);
-    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+    hwy::GetChosenTarget().Update(targets);
 }
 
 }  // namespace
@@ -47,7 +46,7 @@ ForcedForm::ForcedForm(const Form& form) {
 
 ForcedForm::~ForcedForm() {
     plainIsForced = false;
-    choose(0);
+    choose(hwy::SupportedTargets());
 }
 
 }  // namespace simd
