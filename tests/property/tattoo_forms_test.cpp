@@ -112,6 +112,55 @@ TEST_P(TattooForms, DiffuseAnEdgeThatARowReachesFourColumnsAfterTheNext) {
     }
 }
 
+TEST_P(TattooForms, DiffuseWhatTurnsWhiteAfterAFadedArea) {
+    // White without any error, some columns of black, then anything: rows side by side come to the
+    // black and to its end at once.
+    for (int begin = 600; begin < 604; ++begin) {
+        for (const int blacks : {4, 5, 6, 7, 8, 12}) {
+            Random random(static_cast<std::uint64_t>(begin + blacks));
+            GrayImage page = uniform(700, 70, 255);
+            for (int y = 0; y < page.height; ++y) {
+                for (int x = begin - 4 * y; x < page.width; ++x) {
+                    page.set(x, y, x < begin - 4 * y + blacks ? 0 : random.between(0, 255));
+                }
+            }
+            expectDiffusion(page, 1);
+            expectDiffusion(page, 128);
+        }
+    }
+}
+
+TEST_P(TattooForms, DiffuseOneErrorInABlackArea) {
+    // A grey just below the threshold gives its error to another one below it, which it reaches
+    // from a band above as from the same one.
+    for (int y = 4; y < 20; ++y) {
+        for (int x = 72; x < 76; ++x) {
+            for (int dx = -3; dx <= 2; ++dx) {
+                GrayImage page = uniform(140, 40, 0);
+                page.set(x, y, 127);
+                page.set(x + dx, y + 1, 110);
+                expectDiffusion(page, 128);
+            }
+        }
+    }
+}
+
+TEST_P(TattooForms, DiffuseLevelsNextToTheThreshold) {
+    // Two rows of six. The level of the lower row's fourth pixel is so close to the threshold that
+    // rounding decides: each page comes out otherwise where some two of the seven terms of that
+    // level change places, where the terms of each row are added up first, or where products are
+    // added unrounded.
+    const std::vector<std::pair<int, std::vector<unsigned char>>> pages = {
+        {23, {244, 23, 15, 125, 250, 159, 235, 146, 171, 117, 244, 8}},
+        {79, {202, 252, 15, 116, 235, 156, 27, 140, 134, 133, 118, 167}},
+        {122, {214, 224, 171, 184, 135, 65, 106, 240, 123, 60, 24, 227}},
+        {160, {120, 114, 178, 55, 96, 76, 251, 243, 171, 84, 163, 144}},
+        {196, {12, 102, 112, 15, 199, 247, 105, 208, 139, 223, 47, 117}}};
+    for (const auto& [threshold, levels] : pages) {
+        expectDiffusion({6, 2, levels}, threshold);
+    }
+}
+
 TEST_P(TattooForms, DiffusePages) {
     Random random(33);
     for (int i = 0; i < 7; ++i) {
@@ -147,8 +196,9 @@ TEST_P(TattooForms, SharpenWithEveryPairOfLevels) {
             blurred.set(x, y, y);
         }
     }
-    for (const float weight : {3.0F, 0.0F, 1.0F, -1.0F, 60.0F, -60.0F, 61.0F, -61.0F, 0.7F, 2.5F,
-                               1e9F, -1e9F, 1e38F, -0.5F}) {
+    for (const float weight :
+         {3.0F, 0.0F, 1.0F, -1.0F, 60.0F, -60.0F, 61.0F, -61.0F, 127.0F, 128.0F, -128.0F, -129.0F,
+          250.0F, 0.7F, 2.5F, 1e9F, -1e9F, 1e38F, -0.5F}) {
         ASSERT_EQ(fromTq(add_Weighted(toTq(src), toTq(blurred), weight)).px,
                   reference::addWeighted(src, blurred, weight).px)
             << weight;
@@ -217,8 +267,10 @@ TEST_P(TattooForms, BlurWithKernelsThatWholeNumbersCannotServe) {
     const GrayImage grey = randomImage(70, 20, random);
     const std::vector<std::vector<double>> kernels = {
         std::vector<double>(11, 0.5),                           // sums beyond a byte
+        std::vector<double>(11, 0.2),                           // and each tap light
         {0, 0, 0, 0, 0.25, 0.5, 0.25, 0, 0, 0, 0},              // a tap too heavy
         {-0.1, 0, 0, 0.1, 0.2, 0.2, 0.2, 0.1, 0, 0, -0.1},      // negative taps
+        {-0.2, -0.2, 0, 0, 0.1, 0.2, 0.1, 0, 0, -0.2, -0.2},    // sums below 0
         {0.2, 0.2, 0.1, 0.1, 0.1, 0.1, 0.1, 0.05, 0.05, 0, 0},  // not symmetrical
         std::vector<double>(11, 1.0 / 11.0),                    // one that they can
         {0, 0, 0, 0, 0.125, 0.125, 0.125, 0, 0, 0, 0}};

@@ -168,4 +168,12 @@ TEST(PiecewiseGamma, LeavesAnImageWithoutPixels) {
     EXPECT_EQ(image.height, 5);
 }
 
+TEST(PiecewiseGamma, LeavesAnImageOfNegativeWidth) {
+    TQImage image = grey({{100, 100}});
+    image.width = -2;
+    enh_piecewise_gamma(image, 64, 0.85F, 0.7F);
+    image.width = 2;
+    EXPECT_EQ(rowsOf(image), (Rows{{100, 100}}));
+}
+
 }  // namespace
