@@ -117,6 +117,17 @@ TEST(CopyPixels, CopiesAPartOfTheImage) {
     EXPECT_EQ(out, (Bytes{1, 2, 77, 77}));
 }
 
+TEST(CopyPixels, TakesTheFirstByteBesideAndBelowTheImage) {
+    CxImage image;
+    filled(image, 3, 2, {1, 2, 3, 4, 5, 6});
+    Bytes wide(10, 77);
+    KelpPrinter::copyPixels(image, wide.data(), 5, 2, 5);
+    EXPECT_EQ(wide, (Bytes{1, 2, 3, 1, 1, 4, 5, 6, 1, 1}));
+    Bytes high(9, 77);
+    KelpPrinter::copyPixels(image, high.data(), 3, 3, 3);
+    EXPECT_EQ(high, (Bytes{1, 2, 3, 4, 5, 6, 1, 1, 1}));
+}
+
 TEST(CopyPixels, TakesTheIndicesOfAOneBitImage) {
     CxImage image;
     filled(image, 4, 1, {0, 255, 0, 255}).Dither(0);

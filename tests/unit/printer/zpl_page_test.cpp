@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "printer/zpl_printer.h"
 #include "tests/unit/image/allocation_failure.h"
@@ -165,9 +166,9 @@ TEST_F(ZplPage, IsReachedThroughTheBaseClass) {
     EXPECT_NE(stream.take().find("JFF0,"), std::string::npos);
 }
 
-// Rows of 320 dots, of which every other one prints: a character for each of their 80 digits.
-Bytes dotted_page() {
-    Bytes page(3 * 320);
+// Every other dot prints: a character for each digit.
+Bytes dotted_page(std::size_t height, std::size_t width) {
+    Bytes page(height * width);
     for (std::size_t i = 0; i < page.size(); ++i) {
         page[i] = static_cast<unsigned char>(i % 8 < 4 ? i % 2 : (i + 1) % 2);
     }
@@ -175,7 +176,7 @@ Bytes dotted_page() {
 }
 
 TEST_F(ZplPage, IsNotBegunWithoutMemoryForItsRows) {
-    Bytes page = dotted_page();
+    Bytes page = dotted_page(3, 320);
     stderr_of([&] {
         const AllocationFailure none(1);
         EXPECT_THROW(printer.doPrintImage(page.data(), 320, 3, 320), std::bad_alloc);
@@ -184,19 +185,36 @@ TEST_F(ZplPage, IsNotBegunWithoutMemoryForItsRows) {
 }
 
 TEST_F(ZplPage, NeedsNoOtherMemory) {
-    Bytes page = dotted_page();
-    const std::string expected = label(dotted_page(), 3, 320);
-    ZplPrinter other;
-    other.getOutputStreams() = {stream.file()};
-    other.setPageHeader(&header);
-    sPrinter = &other;
-    LastSet = 0;
+    // The rows of the higher page have 1000 characters each, more than are sent in one piece.
+    for (const auto& size : {std::pair{3UL, 320UL}, {150UL, 4000UL}}) {
+        const unsigned long height = size.first;
+        const unsigned long width = size.second;
+        Bytes page = dotted_page(height, width);
+        const std::string expected = label(page, height, width);
+        ZplPrinter other;
+        other.getOutputStreams() = {stream.file()};
+        other.setPageHeader(&header);
+        sPrinter = &other;
+        LastSet = 0;
+        stderr_of([&] {
+            const AllocationFailure all_but_one(1, 1);
+            other.doPrintImage(page.data(), width, height, width);
+            EXPECT_EQ(all_but_one.refused(), 0U);
+        });
+        EXPECT_EQ(stream.take(), expected);
+        sPrinter = &printer;
+        LastSet = 0;
+    }
+}
+
+TEST_F(ZplPage, HoldsNoMoreThanAPieceOfTheGraphicAndARow) {
+    Bytes page = dotted_page(150, 4000);
     stderr_of([&] {
-        const AllocationFailure all_but_one(1, 1);
-        other.doPrintImage(page.data(), 320, 3, 320);
-        EXPECT_EQ(all_but_one.refused(), 0U);
+        const AllocationFailure large(70'000);
+        printer.doPrintImage(page.data(), 4000, 150, 4000);
+        EXPECT_EQ(large.refused(), 0U);
     });
-    EXPECT_EQ(stream.take(), expected);
+    EXPECT_GT(stream.take().size(), 150'000U);
 }
 
 }  // namespace

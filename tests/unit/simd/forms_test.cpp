@@ -45,6 +45,7 @@ TEST(Forms, AreChosenByTheMachine) {
 
 TEST(ForcedForm, HoldsUntilItGoes) {
     const bool plain = simd::isPlain();
+    const std::int64_t best = best_vector_target();
     for (const simd::Form& form : simd::forms()) {
         {
             const simd::ForcedForm forced(form);
@@ -54,8 +55,9 @@ TEST(ForcedForm, HoldsUntilItGoes) {
             }
         }
         EXPECT_EQ(simd::isPlain(), plain);
+        EXPECT_EQ(best_vector_target(), best) << "after " << form.name;
         if (!plain) {
-            EXPECT_EQ(dispatched_target(), best_vector_target());
+            EXPECT_EQ(dispatched_target(), best) << "after " << form.name;
         }
     }
 }
