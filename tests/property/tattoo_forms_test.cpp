@@ -101,14 +101,17 @@ TEST_P(TattooForms, DiffuseBlackAreasInWhichErrorsFadeAway) {
 
 TEST_P(TattooForms, DiffuseAnEdgeThatARowReachesFourColumnsAfterTheNext) {
     // White without any error, then black: rows that are diffused side by side come to it at once.
-    GrayImage page = uniform(700, 130, 255);
-    for (int y = 0; y < page.height; ++y) {
-        for (int x = 600 - 4 * y; x < page.width; ++x) {
-            page.set(x, y, 0);
+    // Those of the upper rows are all white: no error comes from a band above either.
+    for (const int top : {0, 32}) {
+        GrayImage page = uniform(700, 130, 255);
+        for (int y = top; y < page.height; ++y) {
+            for (int x = 600 - 4 * (y - top); x < page.width; ++x) {
+                page.set(x, y, 0);
+            }
         }
-    }
-    for (const int threshold : {-300, -1, 0, 1, 128}) {
-        expectDiffusion(page, threshold);
+        for (const int threshold : {-300, -1, 0, 1, 128}) {
+            expectDiffusion(page, threshold);
+        }
     }
 }
 
@@ -141,6 +144,13 @@ TEST_P(TattooForms, DiffuseOneErrorInABlackArea) {
                 page.set(x + dx, y + 1, 110);
                 expectDiffusion(page, 128);
             }
+            // Far from where it began nothing is left that would turn a grey white.
+            GrayImage page = uniform(140, 40, 0);
+            page.set(x, y, 1);
+            page.set(x + 1, y, 1);
+            page.set(x + 24, y + 1, 127);
+            expectDiffusion(page, 127);
+            expectDiffusion(page, 128);
         }
     }
 }
@@ -148,14 +158,18 @@ TEST_P(TattooForms, DiffuseOneErrorInABlackArea) {
 TEST_P(TattooForms, DiffuseLevelsNextToTheThreshold) {
     // Two rows of six. The level of the lower row's fourth pixel is so close to the threshold that
     // rounding decides: each page comes out otherwise where some two of the seven terms of that
-    // level change places, where the terms of each row are added up first, or where products are
+    // level change places, where the terms of each row are added up first, or where one product is
     // added unrounded.
     const std::vector<std::pair<int, std::vector<unsigned char>>> pages = {
+        {11, {192, 177, 196, 232, 209, 114, 82, 179, 240, 138, 9, 128}},
         {23, {244, 23, 15, 125, 250, 159, 235, 146, 171, 117, 244, 8}},
+        {28, {55, 135, 74, 95, 63, 142, 78, 123, 171, 180, 170, 222}},
         {79, {202, 252, 15, 116, 235, 156, 27, 140, 134, 133, 118, 167}},
         {122, {214, 224, 171, 184, 135, 65, 106, 240, 123, 60, 24, 227}},
         {160, {120, 114, 178, 55, 96, 76, 251, 243, 171, 84, 163, 144}},
-        {196, {12, 102, 112, 15, 199, 247, 105, 208, 139, 223, 47, 117}}};
+        {196, {12, 102, 112, 15, 199, 247, 105, 208, 139, 223, 47, 117}},
+        {207, {153, 73, 55, 84, 133, 82, 198, 102, 154, 99, 204, 97}},
+        {208, {11, 137, 63, 145, 52, 176, 82, 58, 131, 62, 39, 152}}};
     for (const auto& [threshold, levels] : pages) {
         expectDiffusion({6, 2, levels}, threshold);
     }

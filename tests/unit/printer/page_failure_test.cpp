@@ -162,6 +162,23 @@ TEST_F(PageFailure, APageThatCannotBeWidenedToBytesIsNotPrinted) {
     EXPECT_TRUE(files.snapshots()[0].starts_with("origin_"));
 }
 
+TEST_F(PageFailure, ATattooPageWithoutMemoryForItsDotsLeavesTheImageOfAPlainPageBefore) {
+    // That image has the tattoo page's levels by then.
+    constexpr unsigned long width = 1000;
+    constexpr unsigned long height = 100;
+    print(Bytes(4), 4, 1, 4);
+    printer.setHalftoneType(DitherTattoo);
+    const Bytes page(width * height, 99);
+    {
+        // More than a page's bytes have the result and the loaded image; then the dots' image.
+        const AllocationFailure failure(width * height + 1, 2);
+        print(page, width, height, width);
+        EXPECT_EQ(failure.refused(), 1U);
+    }
+    ASSERT_EQ(printer.prints.size(), 2U);
+    EXPECT_TRUE(printer.prints[1].bytes == page);
+}
+
 TEST_F(PageFailure, AFailedLoadAfterATattooPageKeepsThatPage) {
     // The load empties the working image; the tattoo page is in the other one and is still set.
     printer.setHalftoneType(DitherTattoo);

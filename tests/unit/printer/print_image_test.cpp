@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "enhance/tattoo.h"
 #include "tests/support/files.h"
 #include "tests/unit/printer/support/fixed_time.h"
 #include "tests/unit/printer/support/moved_files.h"
@@ -272,6 +273,25 @@ TEST_F(PrintImage, SnapshotsThatCannotBeOpenedDoNotStopThePage) {
     EXPECT_NE(log.find(dithered), std::string::npos) << log;
     EXPECT_EQ(printer.prints.size(), 1U);
     EXPECT_EQ(page_index, 5UL);
+}
+
+TEST_F(PrintImage, ATattooPageInLongerLinesIsTakenAsPackedAllTheSame) {
+    // As PageProcess does: 64 pixels of each line of 128 bytes are written, the others stay 0, and
+    // what is read are the first 64 rows of 64.
+    Bytes pixels(std::size_t{128} * 64);
+    Bytes sheared(std::size_t{64} * 64);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        pixels[i] = static_cast<unsigned char>(i * i * 7);
+        if (i % 128 < 64 && i < sheared.size()) {
+            sheared[i] = pixels[i];
+        }
+    }
+    TQImage grey(64, 64, TQ_IMG_GRAY, sheared.data());
+    const TQImage expected = tqTattooDithering(grey);
+    printer.setHalftoneType(DitherTattoo);
+    print(pixels, 128, 64, 64);
+    ASSERT_EQ(printer.prints.size(), 1U);
+    EXPECT_EQ(printer.prints[0].bytes, Bytes(expected.data, expected.data + sheared.size()));
 }
 
 }  // namespace
