@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
+#include "preview/byte_reader.h"
 #include "tests/preview/decoded.h"
 
 namespace {
@@ -19,6 +22,18 @@ const std::string job = std::string(64, '\n') +
                         "SIZE 50.0 mm, 30.0 mm\r\n^XX\r\n^PW399\r\n^LL239\r\n^MNY\r\n^POI\r\n"
                         "^PR4\r\n~SD12\r\n^MTD\r\n^MMT,N\r\n^XZ\r\n\r\n"
                         "^XX\r\n^PQ3\n~DGR:CUPS.GRF,4,2,\nJFF0,^FO0,0^XGR:CUPS.GRF,1,1^FS\n^XZ\r\n";
+
+TEST(ByteReader, IsAtTheEndHoweverOftenItIsAsked) {
+    std::stringbuf stream("ab");
+    kelp_preview::ByteReader reader(stream);
+    EXPECT_EQ(reader.next(), 'a');
+    EXPECT_EQ(reader.offset(), 1U);
+    EXPECT_EQ(reader.next(), 'b');
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(reader.next(), kelp_preview::ByteReader::kEnd);
+        EXPECT_EQ(reader.offset(), 2U);
+    }
+}
 
 TEST(Stream, AJobIsReadWithoutAWarning) {
     const Decoded decoded = decode(job);
@@ -134,6 +149,19 @@ TEST(Stream, AStoredGraphicIsRecalledWhereAndAsLargeAsToldAndAsOftenAsTold) {
     const auto& dots = *decoded.labels[0].dots;
     EXPECT_EQ(dots.width, 24U);  // 8 + 8 * 2
     EXPECT_EQ(rows(dots), (Rows{"00C000", "10C000"}));
+    EXPECT_EQ(decoded.warnings(), 0U);
+}
+
+TEST(Stream, EachSideOfAGraphicIsMagnifiedByItsOwn) {
+    const std::string stored = "^XA~DGA,1,1,A5^XGA,";
+    EXPECT_EQ(rows(*decode(stored + "2,1^XZ").labels.at(0).dots), Rows{"CC33"});
+    EXPECT_EQ(rows(*decode(stored + "1,2^XZ").labels.at(0).dots), (Rows{"A5", "A5"}));
+}
+
+TEST(Stream, NamesOfGraphicsAreTheSameInSmallLetters) {
+    const Decoded decoded = decode("^XA~DGr:abcxyz.grf,1,1,A5^XGR:ABCXYZ.GRF,1,1^XZ");
+    ASSERT_EQ(decoded.labels.size(), 1U);
+    EXPECT_EQ(rows(*decoded.labels[0].dots), Rows{"A5"});
     EXPECT_EQ(decoded.warnings(), 0U);
 }
 

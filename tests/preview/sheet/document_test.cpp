@@ -103,9 +103,14 @@ TEST_F(Document, IsEnlargedOrReducedToFitThePage) {
 }
 
 TEST_F(Document, NearlyAsLargeAsThePageIsDrawnInItsOwnSize) {
-    write_file(dir / "a.ps", page(bar));
-    share("a.ps", {"--page", "81x60.5"});
-    EXPECT_TRUE(output.ends_with(", each print 84 x 60\n")) << output;
+    // 800 x 600 dots.
+    write_file(dir / "a.ps", "%!PS\n<< /PageSize [283.74 212.81] >> setpagedevice\nshowpage\n");
+    share("a.ps", {"--page", "804x603"});
+    EXPECT_TRUE(output.ends_with(", each print 804 x 600\n")) << output;
+    share("a.ps", {"--page", "796x597"});  // what lies beyond is cut
+    EXPECT_TRUE(output.ends_with(", each print 796 x 597\n")) << output;
+    share("a.ps", {"--page", "820x615"});
+    EXPECT_TRUE(output.ends_with(", each print 820 x 615\n")) << output;
 }
 
 TEST_F(Document, IsNeverTurned) {
