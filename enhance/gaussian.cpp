@@ -176,8 +176,8 @@ TQImage add_Weighted(const TQImage& src, const TQImage& blurred, float weight) {
 
 UnsharpRows unsharpRows(std::int32_t width, std::int32_t height, float amount, int size,
                         RowSource rows) {
-    return UnsharpRows(width, height, amount / 100.0F,
-                       Taps(gaussianTaps(size, kUnsharpSigma).data(), size), std::move(rows));
+    return {width, height, amount / 100.0F, Taps(gaussianTaps(size, kUnsharpSigma).data(), size),
+            std::move(rows)};
 }
 
 TQImage enh_unsharp_mask(const TQImage& src, float amount, int size) {

@@ -12,15 +12,21 @@
 HWY_BEFORE_NAMESPACE();
 namespace sharpening::HWY_NAMESPACE {
 
+#if HWY_TARGET == HWY_EMU128 || HWY_TARGET == HWY_SCALAR
+
+std::size_t sharpen(const unsigned char* /*src*/, const unsigned char* /*blurred*/,
+                    std::int16_t /*weight*/, std::size_t /*count*/, unsigned char* /*out*/) {
+    return 0;
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
 /// For whole weights that are small enough for 16 bits: single precision is exact with them.
 /// @return how many levels are done
 std::size_t sharpen(const unsigned char* src, const unsigned char* blurred, std::int16_t weight,
                     std::size_t count, unsigned char* out) {
-#if HWY_TARGET == HWY_EMU128 || HWY_TARGET == HWY_SCALAR
-    (void)src, (void)blurred, (void)weight, (void)count, (void)out;
-    return 0;
-#else
-    namespace hn = hwy::HWY_NAMESPACE;
     const hn::ScalableTag<std::int16_t> i16;
     const hn::Rebind<std::uint8_t, decltype(i16)> u8;
     const auto own = hn::Set(i16, static_cast<std::int16_t>(weight + 1));
@@ -33,8 +39,9 @@ std::size_t sharpen(const unsigned char* src, const unsigned char* blurred, std:
         hn::StoreU(hn::DemoteTo(u8, sum), u8, out + x);
     }
     return x;
-#endif
 }
+
+#endif
 
 }  // namespace sharpening::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

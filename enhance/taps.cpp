@@ -74,13 +74,13 @@ Taps::Taps(const double* given, int size) {
 
 unsigned char weighPixel(const unsigned char* const* rows, const Taps& taps, std::size_t x) {
     if (taps.fine.isUsable) {
-        constexpr std::int64_t kFraction = (std::int64_t{1} << decltype(taps.fine)::kBits) - 1;
+        constexpr std::int64_t kFraction = (std::int64_t{1} << Taps::kFineBits) - 1;
         std::int64_t sum = taps.fine.bias;
         for (std::size_t i = 0; i < taps.fine.weights.size(); ++i) {
             sum += rows[i][x] * taps.fine.weights[i];
         }
         if ((sum & kFraction) >= taps.fine.doubtful) {
-            return static_cast<unsigned char>(sum >> taps.fine.kBits);
+            return static_cast<unsigned char>(sum >> Taps::kFineBits);
         }
     }
     double sum = 0.0;
@@ -98,7 +98,7 @@ constexpr std::size_t kBlock = 16;
 // once.
 void weighBlockWhole(const unsigned char* const* rows, const Taps& taps, std::size_t x,
                      unsigned char* out) {
-    constexpr std::int32_t kFraction = (1 << decltype(taps.coarse)::kBits) - 1;
+    constexpr std::int32_t kFraction = (1 << Taps::kCoarseBits) - 1;
     std::int32_t sums[kBlock];
     std::fill_n(sums, kBlock, taps.coarse.bias);
     for (std::size_t i = 0; i < kVectorTaps; ++i) {
@@ -110,7 +110,7 @@ void weighBlockWhole(const unsigned char* const* rows, const Taps& taps, std::si
     }
     std::int32_t least = kFraction;
     for (std::size_t j = 0; j < kBlock; ++j) {
-        out[x + j] = static_cast<unsigned char>(sums[j] >> taps.coarse.kBits);
+        out[x + j] = static_cast<unsigned char>(sums[j] >> Taps::kCoarseBits);
         least = std::min(least, sums[j] & kFraction);
     }
     for (std::size_t j = 0; least < taps.coarse.doubtful && j < kBlock; ++j) {

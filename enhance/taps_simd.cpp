@@ -65,7 +65,7 @@ HWY_INLINE Levels both(const unsigned char* a, const unsigned char* b) {
 void weigh(const unsigned char* const* rows, const Taps& taps, std::size_t width,
            unsigned char* out) {
     const auto& whole = taps.coarse;
-    constexpr int kBits = decltype(taps.coarse)::kBits;
+    constexpr int kBits = Taps::kCoarseBits;
     const auto bias = hn::Set(i32, whole.bias);
     const auto fraction = hn::Set(i32, (1 << kBits) - 1);
     const auto doubtful = hn::Set(i32, whole.doubtful);

@@ -46,9 +46,9 @@ void BlurredRows::next(unsigned char* out) {
     while (taken_ <= std::min(given_ + half_, last)) {
         take();
     }
-    for (std::int32_t i = -half_; i <= half_; ++i) {
-        const std::size_t slot = slotOf(myClamp(given_ + i, 0, last));
-        pixels_[static_cast<std::size_t>(i + half_)] = across_.data() + slot * width_;
+    std::int32_t y = given_ - half_;
+    for (const unsigned char*& pixels : pixels_) {
+        pixels = across_.data() + slotOf(myClamp(y++, 0, last)) * width_;
     }
     weighRows(pixels_.data(), taps_, width_, out);
     ++given_;

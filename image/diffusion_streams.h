@@ -40,7 +40,8 @@ inline constexpr Weights kWeights{kernel};
 
 /// After how many steps a tap's term is received.
 constexpr std::size_t delayOf(const Tap& tap) {
-    return static_cast<std::size_t>(tap.dy * static_cast<int>(kLag) + tap.dx);
+    const int delay = tap.dy * static_cast<int>(kLag) + tap.dx;
+    return static_cast<std::size_t>(delay);
 }
 
 /// Terms of the last steps stay in registers: their way through memory would be felt.

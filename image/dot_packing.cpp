@@ -14,18 +14,21 @@
 HWY_BEFORE_NAMESPACE();
 namespace HWY_NAMESPACE {
 
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+
+HWY_ATTR std::size_t packVectors(const std::uint8_t* /*values*/, std::size_t /*width*/,
+                                 const DotLimits& /*limits*/, std::uint8_t* /*packed*/) {
+    return 0;
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
 /// Packs whole vectors of a row.
 /// @return the columns that it packed, a multiple of 8
 HWY_ATTR std::size_t packVectors(const std::uint8_t* values, std::size_t width,
                                  const DotLimits& limits, std::uint8_t* packed) {
-    namespace hn = hwy::HWY_NAMESPACE;
-#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
-    static_cast<void>(values);
-    static_cast<void>(width);
-    static_cast<void>(limits);
-    static_cast<void>(packed);
-    return 0;
-#else
     const hn::ScalableTag<std::uint8_t> bytes;
     const std::size_t lanes = hn::Lanes(bytes);
     // A vector gives its first lane as the lowest bit, a row has its first dot in the highest.
@@ -43,8 +46,9 @@ HWY_ATTR std::size_t packVectors(const std::uint8_t* values, std::size_t width,
         hn::StoreMaskBits(bytes, hn::Gt(turned, limit), packed + x / 8);
     }
     return x;
-#endif
 }
+
+#endif
 
 }  // namespace HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

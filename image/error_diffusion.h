@@ -64,7 +64,7 @@ class ErrorDiffusion {
     ErrorKernel kernel_;
     std::size_t width_;
     /// What is stored of a grey value plus a share, from -kLargestShare on.
-    std::array<std::uint8_t, 256 + 2 * kLargestShare> corrected_;
+    std::array<std::uint8_t, 256 + 2 * kLargestShare> corrected_{};
     std::vector<std::uint8_t> cells_;
     std::size_t fed_ = 0;
     std::size_t done_ = 0;

@@ -143,6 +143,9 @@ class KelpPrinter {
     void saveOrigin(const unsigned char* pixels, unsigned long bytesPerLine, unsigned long height,
                     unsigned long width);
     void saveAndPrintProcessed();
+    // The parts of PageProcess. (page_process.cpp)
+    bool loadPage(const unsigned char* pixels, int bytesPerLine, int width, int height);
+    bool makeStencil(int bytesPerLine, int width, int height, unsigned char* out, bool fillsOut);
     /// As PageProcess; leaves the dots out of `out` unless fillsOut.
     int processPage(DitherType type, const unsigned char* pixels, int bytesPerLine, int width,
                     int height, unsigned char* out, bool fillsOut);

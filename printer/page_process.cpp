@@ -26,16 +26,12 @@ int KelpPrinter::PageProcess(DitherType type, const unsigned char* pixels, int b
     return processPage(type, pixels, bytesPerLine, width, height, out, true);
 }
 
-int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int bytesPerLine,
-                             int width, int height, unsigned char* out, bool fillsOut) {
-    setUseTQDithering(halftoneType_ == DitherTattoo || halftoneType_ == DitherTattooX8);
-    kelpLogCommon(0, "PageProcess: TQ dithering is %s", useTQDithering_ ? "enabled" : "disabled");
-
+bool KelpPrinter::loadPage(const unsigned char* pixels, int bytesPerLine, int width, int height) {
     if (!cximage_.CreateFromArray(pixels, static_cast<std::uint32_t>(width),
                                   static_cast<std::uint32_t>(height), 8,
                                   static_cast<std::uint32_t>(bytesPerLine), false)) {
         kelpLogCommon(4, "cximage.CreateFromArray with grey failed!");
-        return 0;
+        return false;
     }
     kelpLogCommon(0, "PageProcess: Successfully created CxImage from array with stride %d",
                   bytesPerLine);
@@ -55,37 +51,55 @@ int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int b
         cximage_.Mirror();
         kelpLogCommon(0, "PageProcess: Mirrored the image");
     }
+    return true;
+}
 
+bool KelpPrinter::makeStencil(int bytesPerLine, int width, int height, unsigned char* out,
+                              bool fillsOut) {
+    // Rows that are packed need not go through the buffer.
+    const bool isPacked = !fillsOut && bytesPerLine == width;
+    TQImage src = isPacked ? TQImage::unset(width, height, TQ_IMG_GRAY) : TQImage();
+    copyPixels(cximage_, isPacked ? src.data : out, width, height, bytesPerLine);
+    kelpLogCommon(0,
+                  "PageProcess: Copied pixels to the output buffer for TQ dithering, with "
+                  "stride %d, EffWidth %d",
+                  bytesPerLine, static_cast<int>(cximage_.GetEffWidth()));
+    if (!isPacked) {
+        // The rows are taken as packed, although bytesPerLine says that they are not.
+        src = TQImage(width, height, TQ_IMG_GRAY, out);
+    }
+    if (pimage_ != &cximage_) {
+        cximage_.Destroy();  // makes room for the result
+    }
+    const TQImage result =
+        halftoneType_ == DitherTattooX8 ? tqTattooDitheringX8(src) : tqTattooDithering(src);
+    src = TQImage();
+    // The rounded width is only reported.
+    kelpLogCommon(0, "PageProcess: Applied TQ dithering with stride %d, width %d",
+                  (result.width + 3) / 4 * 4, width);
+    if (!tattooImage_.CreateFromArray(result.data, static_cast<std::uint32_t>(width),
+                                      static_cast<std::uint32_t>(height), 8,
+                                      static_cast<std::uint32_t>(width), false)) {
+        kelpLogCommon(3, "PageProcess: Failed to create a new CxImage from TQ dithered data");
+        return false;
+    }
+    kelpLogCommon(0, "PageProcess: Successfully created a new CxImage from TQ dithered data");
+    pimage_ = &tattooImage_;
+    return true;
+}
+
+int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int bytesPerLine,
+                             int width, int height, unsigned char* out, bool fillsOut) {
+    setUseTQDithering(halftoneType_ == DitherTattoo || halftoneType_ == DitherTattooX8);
+    kelpLogCommon(0, "PageProcess: TQ dithering is %s", useTQDithering_ ? "enabled" : "disabled");
+
+    if (!loadPage(pixels, bytesPerLine, width, height)) {
+        return 0;
+    }
     if (useTQDithering_) {
-        // Rows that are packed need not go through the buffer.
-        const bool isPacked = !fillsOut && bytesPerLine == width;
-        TQImage src = isPacked ? TQImage::unset(width, height, TQ_IMG_GRAY) : TQImage();
-        copyPixels(cximage_, isPacked ? src.data : out, width, height, bytesPerLine);
-        kelpLogCommon(0,
-                      "PageProcess: Copied pixels to the output buffer for TQ dithering, with "
-                      "stride %d, EffWidth %d",
-                      bytesPerLine, static_cast<int>(cximage_.GetEffWidth()));
-        if (!isPacked) {
-            // The rows are taken as packed, although bytesPerLine says that they are not.
-            src = TQImage(width, height, TQ_IMG_GRAY, out);
-        }
-        if (pimage_ != &cximage_) {
-            cximage_.Destroy();  // makes room for the result
-        }
-        const TQImage result =
-            halftoneType_ == DitherTattooX8 ? tqTattooDitheringX8(src) : tqTattooDithering(src);
-        src = TQImage();
-        // The rounded width is only reported.
-        kelpLogCommon(0, "PageProcess: Applied TQ dithering with stride %d, width %d",
-                      (result.width + 3) / 4 * 4, width);
-        if (!tattooImage_.CreateFromArray(result.data, static_cast<std::uint32_t>(width),
-                                          static_cast<std::uint32_t>(height), 8,
-                                          static_cast<std::uint32_t>(width), false)) {
-            kelpLogCommon(3, "PageProcess: Failed to create a new CxImage from TQ dithered data");
+        if (!makeStencil(bytesPerLine, width, height, out, fillsOut)) {
             return 0;
         }
-        kelpLogCommon(0, "PageProcess: Successfully created a new CxImage from TQ dithered data");
-        pimage_ = &tattooImage_;
     } else {
         cximage_.Dither(type);
         cximage_.IncreaseBpp(8);

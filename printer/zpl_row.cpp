@@ -77,9 +77,10 @@ void splitPlainly(const unsigned char* row, std::size_t count, DigitBlock& block
         digits[2 * i] = hex[row[i] >> 4];
         digits[2 * i + 1] = hex[row[i] & 0x0F];
     }
+    const char* before = digits - 1;
     block.repeats = 0;
     for (std::size_t i = 0; i < 2 * count; ++i) {
-        block.repeats |= static_cast<std::uint64_t>(digits[i] == digits[i - 1] ? 1 : 0) << i;
+        block.repeats |= static_cast<std::uint64_t>(digits[i] == before[i] ? 1 : 0) << i;
     }
 }
 

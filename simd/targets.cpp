@@ -31,6 +31,7 @@ bool hasHalfFloatsAndLeadingZeros() {
 }
 
 // All that Highway compiles a target for.
+// NOLINTBEGIN(readability-implicit-bool-conversion): a bool to Clang, an int to GCC
 std::int64_t askProcessor() {
     __builtin_cpu_init();
     std::int64_t found = 0;
@@ -46,6 +47,7 @@ std::int64_t askProcessor() {
     }
     return found;
 }
+// NOLINTEND(readability-implicit-bool-conversion)
 
 #else
 
