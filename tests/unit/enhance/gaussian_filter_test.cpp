@@ -108,6 +108,12 @@ TEST(GaussianFilter, SumsTheWholeWindowBeforeItRounds) {
     }
 }
 
+TEST(GaussianFilter, RoundsTheSumToSinglePrecisionFirst) {
+    // The weights at sigma 1 make 128.4999961 of these, which is 128.5 as a single.
+    const Rows rows = {{126, 143, 126}, {143, 97, 143}, {126, 143, 126}};
+    EXPECT_EQ(rowsOf(enh_gaussian_filter(grey(rows), 3, 1.0, 1.0))[1][1], 129);
+}
+
 TEST(GaussianFilter, BlursMoreAlongTheAxisOfTheLargerSigma) {
     Rows rows(7, std::vector<int>(7, 0));
     rows[3][3] = 255;
