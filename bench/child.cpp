@@ -10,7 +10,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -28,14 +27,9 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 }
 
 std::vector<std::string> environmentOf(const Command& command) {
-    std::vector<std::string> environment;
+    std::vector<std::string> environment = command.environment;  // the first of a name counts
     for (char** entry = environ; *entry != nullptr; ++entry) {
-        if (std::strncmp(*entry, "PPD=", 4) != 0) {
-            environment.emplace_back(*entry);
-        }
-    }
-    if (!command.ppd.empty()) {
-        environment.push_back("PPD=" + command.ppd);
+        environment.emplace_back(*entry);
     }
     return environment;
 }

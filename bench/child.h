@@ -6,9 +6,9 @@
 
 /// A program to be measured as a process.
 struct Command {
-    std::vector<std::string> arguments;  ///< the program first, looked up in PATH
-    std::string input;                   ///< the file on its standard input
-    std::string ppd;                     ///< the environment variable PPD, unless empty
+    std::vector<std::string> arguments;    ///< the program first, looked up in PATH
+    std::string input;                     ///< the file on its standard input
+    std::vector<std::string> environment;  ///< what it has besides our own, NAME=VALUE
 };
 
 struct Usage {

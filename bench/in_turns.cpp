@@ -1,9 +1,9 @@
 // Runs commands in turns and prints the medians of their times, and their ratios to the first one:
 //
-//   kelp_bench_in_turns RUNS INPUT PPD NAME COMMAND NAME COMMAND ...
+//   kelp_bench_in_turns RUNS NAME COMMAND NAME COMMAND ...
 //
-// A command is split at spaces; its input is the file INPUT, or what stands behind a '<'. The first
-// turn only warms up.
+// A command is split at spaces. Words before its program, NAME=VALUE, are added to its environment;
+// behind a '<' stands the file of its standard input. The first turn only warms up.
 
 #include <cstdio>
 #include <cstdlib>
@@ -22,12 +22,14 @@ struct Contestant {
     std::vector<double> ratios;
 };
 
-Command parsed(const std::string& text, const std::string& input, const std::string& ppd) {
-    Command command{{}, input, ppd};
+Command parsed(const std::string& text) {
+    Command command{{}, "/dev/null", {}};
     std::istringstream words(text);
     for (std::string word; words >> word;) {
         if (word.front() == '<') {
             command.input = word.substr(1);
+        } else if (command.arguments.empty() && word.find('=') != std::string::npos) {
+            command.environment.push_back(word);
         } else {
             command.arguments.push_back(word);
         }
@@ -38,14 +40,14 @@ Command parsed(const std::string& text, const std::string& input, const std::str
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 6 || argc % 2 != 0) {
-        std::fprintf(stderr, "usage: %s RUNS INPUT PPD NAME COMMAND ...\n", argv[0]);
+    if (argc < 4 || argc % 2 != 0) {
+        std::fprintf(stderr, "usage: %s RUNS NAME COMMAND ...\n", argv[0]);
         return 1;
     }
     const int runs = std::atoi(argv[1]);
     std::vector<Contestant> all;
-    for (int i = 4; i < argc; i += 2) {
-        all.push_back({argv[i], parsed(argv[i + 1], argv[2], argv[3]), {}, {}});
+    for (int i = 2; i < argc; i += 2) {
+        all.push_back({argv[i], parsed(argv[i + 1]), {}, {}});
     }
     for (int turn = 0; turn <= runs; ++turn) {
         double first = 0.0;

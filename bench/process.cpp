@@ -1,5 +1,7 @@
 // The filter as a process against one that only opens the PPD and reads the same raster, in turn:
-// single pages by each method, then many pages in one job.
+// single pages by each method, then many pages in one job. The raster is not packed, as from
+// rastertokelpraster, and there is no folder for snapshots: both processes run in a world of their
+// own (tests/support/world.c).
 //
 //   kelp_bench_process [RUNS]     of each, 11 by default; the first besides warms up
 
@@ -10,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -41,13 +44,10 @@ class Job {
         if (mkdtemp(folder_) == nullptr) {
             fail("mkdtemp");
         }
+        std::filesystem::create_directory(std::string(folder_) + "/tmp");
         writePpd();
     }
-    ~Job() {
-        std::remove(raster().c_str());
-        std::remove(ppd().c_str());
-        rmdir(folder_);
-    }
+    ~Job() { std::filesystem::remove_all(folder_); }
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
@@ -57,7 +57,7 @@ class Job {
     void write(const KnownPage& known, int pages) const {
         TestPage page = known.page();
         const int descriptor = open(raster().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        cups_raster_t* stream = cupsRasterOpen(descriptor, CUPS_RASTER_WRITE_COMPRESSED);
+        cups_raster_t* stream = cupsRasterOpen(descriptor, CUPS_RASTER_WRITE);
         cups_page_header2_t header;
         std::memset(&header, 0, sizeof header);
         header.HWResolution[0] = header.HWResolution[1] = 203;
@@ -81,7 +81,10 @@ class Job {
     /// One of the two programs on the job.
     Usage runOn(const char* program, int method) const {
         const std::string options = std::string("HalftoneType=") + kOptions[method];
-        return run({{program, "1", "user", "title", "1", options}, raster(), ppd()});
+        return run({{program, "1", "user", "title", "1", options},
+                    raster(),
+                    {"PPD=" + ppd(), "LD_PRELOAD=" KELP_WORLD,
+                     std::string("KELP_TEST_WORLD=") + folder_}});
     }
 
   private:
