@@ -1,4 +1,5 @@
-// Runs commands in turns and prints the medians of their times, and their ratios to the first one:
+// Runs commands in turns and prints the medians of their times, and of their ratios to the first
+// one by time and by processor time:
 //
 //   kelp_bench_in_turns RUNS NAME COMMAND NAME COMMAND ...
 //
@@ -20,6 +21,7 @@ struct Contestant {
     Command command;
     std::vector<double> seconds;
     std::vector<double> ratios;
+    std::vector<double> cpuRatios;
 };
 
 Command parsed(const std::string& text) {
@@ -47,22 +49,24 @@ int main(int argc, char** argv) {
     const int runs = std::atoi(argv[1]);
     std::vector<Contestant> all;
     for (int i = 2; i < argc; i += 2) {
-        all.push_back({argv[i], parsed(argv[i + 1]), {}, {}});
+        all.push_back({argv[i], parsed(argv[i + 1]), {}, {}, {}});
     }
     for (int turn = 0; turn <= runs; ++turn) {
-        double first = 0.0;
+        Usage first{};
         for (Contestant& each : all) {
-            const double seconds = run(each.command).seconds;
-            first = &each == all.data() ? seconds : first;
+            const Usage usage = run(each.command);
+            first = &each == all.data() ? usage : first;
             if (turn > 0) {
-                each.seconds.push_back(seconds);
-                each.ratios.push_back(seconds / first);
+                each.seconds.push_back(usage.seconds);
+                each.ratios.push_back(usage.seconds / first.seconds);
+                each.cpuRatios.push_back(usage.cpuSeconds / first.cpuSeconds);
             }
         }
     }
+    std::printf("%-46s %8s %8s %8s\n", "", "ms", "times", "cpu");
     for (const Contestant& each : all) {
-        std::printf("%-44s %8.1f ms %7.2f times\n", each.name.c_str(), median(each.seconds) * 1e3,
-                    median(each.ratios));
+        std::printf("%-46s %8.1f %8.2f %8.2f\n", each.name.c_str(), median(each.seconds) * 1e3,
+                    median(each.ratios), median(each.cpuRatios));
     }
     return 0;
 }

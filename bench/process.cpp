@@ -5,47 +5,38 @@
 //
 //   kelp_bench_process [RUNS]     of each, 11 by default; the first besides warms up
 
-#include <cups/raster.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "bench/child.h"
+#include "bench/job_files.h"
 #include "bench/test_page.h"
 
 namespace {
 
 int runs = 11;
 
-/// By the method that runs; the options are named after others.
-constexpr const char* kOptions[] = {"None",   "FloydSteinberg",    "Ordered", "Burkes",
-                                    "Stucki", "JarvisJudiceNinke", "Sierra",  "StevensonArce",
-                                    "Tattoo", "Tattoo_X8"};
+/// By number.
 constexpr const char* kMethods[] = {
     "threshold", "ordered",        "Burkes",          "Stucki", "Jarvis-Judice-Ninke",
     "Sierra",    "Stevenson-Arce", "ordered (Bayer)", "tattoo", "tattoo X8"};
 constexpr int kTattoo = 8;
-
-[[noreturn]] void fail(const char* what) {
-    std::perror(what);
-    std::exit(1);
-}
 
 /// A folder with a PPD and one job.
 class Job {
   public:
     Job() {
         if (mkdtemp(folder_) == nullptr) {
-            fail("mkdtemp");
+            std::perror("mkdtemp");
+            std::exit(1);
         }
         std::filesystem::create_directory(std::string(folder_) + "/tmp");
-        writePpd();
+        writePpd(ppd());
     }
     ~Job() { std::filesystem::remove_all(folder_); }
     Job(const Job&) = delete;
@@ -54,33 +45,12 @@ class Job {
     std::string raster() const { return std::string(folder_) + "/pages.ras"; }
     std::string ppd() const { return std::string(folder_) + "/page.ppd"; }
 
-    void write(const KnownPage& known, int pages) const {
-        TestPage page = known.page();
-        const int descriptor = open(raster().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        cups_raster_t* stream = cupsRasterOpen(descriptor, CUPS_RASTER_WRITE);
-        cups_page_header2_t header;
-        std::memset(&header, 0, sizeof header);
-        header.HWResolution[0] = header.HWResolution[1] = 203;
-        header.NumCopies = 1;
-        header.cupsWidth = header.cupsBytesPerLine = page.width;
-        header.cupsHeight = page.height;
-        header.cupsBitsPerColor = header.cupsBitsPerPixel = 8;
-        header.cupsNumColors = 1;
-        header.cupsColorSpace = CUPS_CSPACE_W;
-        for (int i = 0; i < pages; ++i) {
-            if (cupsRasterWriteHeader2(stream, &header) == 0 ||
-                cupsRasterWritePixels(stream, page.pixels.data(),
-                                      static_cast<unsigned>(page.pixels.size())) == 0) {
-                fail("raster");
-            }
-        }
-        cupsRasterClose(stream);
-        close(descriptor);
-    }
+    void write(const KnownPage& page, int pages) const { writeRaster(raster(), page, pages); }
 
     /// One of the two programs on the job.
     Usage runOn(const char* program, int method) const {
-        const std::string options = std::string("HalftoneType=") + kOptions[method];
+        const std::string options =
+            std::string("HalftoneType=") + kHalftoneOptions[static_cast<std::size_t>(method)];
         return run({{program, "1", "user", "title", "1", options},
                     raster(),
                     {"PPD=" + ppd(), "LD_PRELOAD=" KELP_WORLD,
@@ -88,27 +58,6 @@ class Job {
     }
 
   private:
-    void writePpd() const {
-        std::FILE* file = std::fopen(ppd().c_str(), "w");
-        if (file == nullptr) {
-            fail(ppd().c_str());
-        }
-        std::fputs(
-            "*PPD-Adobe: \"4.3\"\n"
-            "*OpenUI *PageSize: PickOne\n*DefaultPageSize: Page\n"
-            "*PageSize Page: \"\"\n*CloseUI: *PageSize\n"
-            "*PaperDimension Page: \"288 432\"\n*ImageableArea Page: \"0 0 288 432\"\n"
-            "*OpenUI *HalftoneType: PickOne\n*DefaultHalftoneType: None\n",
-            file);
-        for (const char* option : kOptions) {
-            std::fprintf(file, "*HalftoneType %s: \"\"\n", option);
-        }
-        std::fputs("*CloseUI: *HalftoneType\n", file);
-        if (std::fclose(file) != 0) {
-            fail(ppd().c_str());
-        }
-    }
-
     char folder_[24] = "/tmp/kelp-bench-XXXXXX";
 };
 
