@@ -128,10 +128,9 @@ TEST_P(EveryKernel, ClampsWhereSumsLeaveTheRange) {
     }
     // Checkerboards and stripes of every phase.
     for (const int size : {1, 2, 3}) {
-        for (const auto& levelsOf : {std::pair{0, 255}, {1, 254}, {127, 128}, {128, 129}}) {
-            const auto [first, second] = levelsOf;
-            const int low = first;  // Clang captures no parts of a pair
-            const int high = second;
+        for (const auto& two : {std::pair{0, 255}, {1, 254}, {127, 128}, {128, 129}}) {
+            const int low = two.first;
+            const int high = two.second;
             ASSERT_NO_FATAL_FAILURE(expectTheReference(imageOf(200, 70, [&](int x, int y) {
                 return (x / size + y / size) % 2 == 0 ? low : high;
             })));

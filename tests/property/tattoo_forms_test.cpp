@@ -251,7 +251,7 @@ TEST_P(TattooForms, BlurWhatLiesNextToARoundingBoundary) {
     const std::vector<double> kernel = reference::gaussianKernel1D(11, 3.0);
     const Taps taps(kernel.data(), 11);
     ASSERT_TRUE(taps.coarse.isUsable);
-    const double one = std::ldexp(1.0, taps.coarse.kBits);
+    const double one = std::ldexp(1.0, Taps::kCoarseBits);
     Random random(35);
     GrayImage windows{0, 1, {}};
     std::size_t wrongAlone = 0;
