@@ -1,7 +1,32 @@
 #include "printer/zeroed_buffer.h"
 
+#include <sys/mman.h>
+
+#include <cstdlib>
+
+namespace {
+
+/// From here on memory comes from the system: what the C library hands out a second time it has to
+/// overwrite with zeros, and it does so for bytes that nobody looks at, too.
+constexpr std::size_t kLarge = std::size_t{512} * 1024;
+
+}  // namespace
+
+void FreeBuffer::operator()(unsigned char* buffer) const {
+    if (mapped != 0) {
+        munmap(buffer, mapped);
+    } else {
+        std::free(buffer);
+    }
+}
+
 // A file of its own: a compiler that saw both this and the release would leave out an allocation
 // that nobody writes to, and with it the news that there is no memory.
 ZeroedBuffer allocateZeroed(std::size_t size) {
-    return ZeroedBuffer(static_cast<unsigned char*>(std::calloc(size, 1)));
+    if (size < kLarge) {
+        return ZeroedBuffer(static_cast<unsigned char*>(std::calloc(size, 1)));
+    }
+    void* const bytes =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return {bytes == MAP_FAILED ? nullptr : static_cast<unsigned char*>(bytes), FreeBuffer{size}};
 }
