@@ -39,7 +39,6 @@ bool isPlain() {
 }
 
 ForcedForm::ForcedForm(const Form& form) {
-    isPlain();  // looks at the machine before a form is forced
     plainIsForced = form.target == 0;
     choose(form.target);
 }
