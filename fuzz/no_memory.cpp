@@ -1,26 +1,12 @@
 // An allocation of zeroed memory over most_memory fails: pages and images are all
 // allocated so, and this is quicker and says less than a sanitizer's own limit.
 
-#include <sys/mman.h>
-
 #include <cstddef>
 
 #include "fuzz/memory_limit.h"
 
-// The linker sends every call of calloc() and mmap() to the __wrap_ of these (--wrap).
+// The linker sends every call of calloc() to the second of these (--wrap).
 extern "C" {
-void* __real_mmap(void* address, std::size_t size, int protection, int flags, int file,
-                  off_t offset);
-void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
-                  off_t offset);
-
-void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file,
-                  off_t offset) {
-    return size > kelp_fuzz::most_memory
-               ? MAP_FAILED
-               : __real_mmap(address, size, protection, flags, file, offset);
-}
-
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __wrap_calloc(std::size_t count, std::size_t size);
 
