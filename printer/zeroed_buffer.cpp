@@ -2,13 +2,19 @@
 
 #include <sys/mman.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 namespace {
 
 /// From here on memory comes from the system: what the C library hands out a second time it has to
-/// overwrite with zeros, and it does so for bytes that nobody looks at, too.
+/// overwrite with zeros, and it does so for bytes that nobody looks at, too. Sanitizers watch and
+/// limit only what it hands out.
+#ifdef KELP_BUFFERS_ARE_WATCHED
+constexpr std::size_t kLarge = SIZE_MAX;
+#else
 constexpr std::size_t kLarge = std::size_t{512} * 1024;
+#endif
 
 }  // namespace
 
