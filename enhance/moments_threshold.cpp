@@ -22,7 +22,7 @@ Shares normalisedHistogram(const TQImage& img) {
     const std::int32_t pixels = img.pixelCount();
     std::int32_t k = 0;
     for (; k + 8 <= pixels; k += 8) {
-        std::uint64_t levels;
+        std::uint64_t levels = 0;
         std::memcpy(&levels, img.data + k, sizeof levels);
         for (unsigned i = 0; i < 8; ++i) {
             ++counts[i % 4][(levels >> (8 * i)) & 0xFFU];
