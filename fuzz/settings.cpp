@@ -23,8 +23,8 @@
 #include "tests/reference/job/setup.h"
 
 // libcups forgets some texts of a broken description, and an option that it makes for itself where
-// media types are odd (_ppdCacheCreateWithPPD, which quick stacks do not show); the filter's process
-// ends soon. Whether the filter frees its own options the leak tests say.
+// media types are odd (_ppdCacheCreateWithPPD, which quick stacks do not show); the filter's
+// process ends soon. Whether the filter frees its own options the leak tests say.
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:_ppdOpen\nleak:cupsAddOption";
