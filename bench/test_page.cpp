@@ -61,35 +61,38 @@ double sceneTone(double u, double v) {
     return tone * (1.0 - 0.35 * fromMiddle);
 }
 
-}  // namespace
-
-TestPage makeTestPage(std::uint32_t width, std::uint32_t height) {
+/// A page of tone(x, y), row by row from the top.
+template <typename Tone>
+TestPage pageOf(std::uint32_t width, std::uint32_t height, Tone tone) {
     TestPage page{width, height, {}};
     page.pixels.reserve(std::size_t{width} * height);
-    std::uint32_t state = 1;
     for (std::uint32_t y = 0; y < height; ++y) {
         for (std::uint32_t x = 0; x < width; ++x) {
-            page.pixels.push_back(y < height / 3       ? textTone(x, y)
-                                  : y < 2 * height / 3 ? pictureTone(x, y, state)
-                                                       : lineArtTone(x, y));
+            page.pixels.push_back(tone(x, y));
         }
     }
     return page;
 }
 
-TestPage makePhotograph(std::uint32_t width, std::uint32_t height) {
-    TestPage page{width, height, {}};
-    page.pixels.reserve(std::size_t{width} * height);
+}  // namespace
+
+TestPage makeTestPage(std::uint32_t width, std::uint32_t height) {
     std::uint32_t state = 1;
-    for (std::uint32_t y = 0; y < height; ++y) {
-        for (std::uint32_t x = 0; x < width; ++x) {
-            // The sum of three: more small deviations than large ones.
-            const unsigned sum = nextRandom(state) + nextRandom(state) + nextRandom(state);
-            const double grain = (sum - 382.5) / 24.0;
-            page.pixels.push_back(toneOf(sceneTone((x + 0.5) / width, (y + 0.5) / height) + grain));
-        }
-    }
-    return page;
+    return pageOf(width, height, [&](std::uint32_t x, std::uint32_t y) {
+        return y < height / 3       ? textTone(x, y)
+               : y < 2 * height / 3 ? pictureTone(x, y, state)
+                                    : lineArtTone(x, y);
+    });
+}
+
+TestPage makePhotograph(std::uint32_t width, std::uint32_t height) {
+    std::uint32_t state = 1;
+    return pageOf(width, height, [&](std::uint32_t x, std::uint32_t y) {
+        // The sum of three: more small deviations than large ones.
+        const unsigned sum = nextRandom(state) + nextRandom(state) + nextRandom(state);
+        const double grain = (sum - 382.5) / 24.0;
+        return toneOf(sceneTone((x + 0.5) / width, (y + 0.5) / height) + grain);
+    });
 }
 
 TestPage makeDarkPage(std::uint32_t width, std::uint32_t height) {

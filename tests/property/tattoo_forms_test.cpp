@@ -30,10 +30,21 @@ GrayImage uniform(int width, int height, int level) {
     return {width, height, std::vector<unsigned char>(count, static_cast<unsigned char>(level))};
 }
 
-// Every height with KELP_EVERY_SIZE in the environment, else a share of them that differs from
-// width to width, so that each is met.
-int heightStep() {
-    return std::getenv("KELP_EVERY_SIZE") != nullptr ? 1 : 7;
+// Calls check(image, random) for random images up to 70 x 70: of every size with KELP_EVERY_SIZE in
+// the environment, else of a share of the heights that differs from width to width, so that each is
+// met. Ends with the first failure.
+template <typename Check>
+void forSizes(Check check) {
+    const int step = std::getenv("KELP_EVERY_SIZE") != nullptr ? 1 : 7;
+    for (int width = 1; width <= 70; ++width) {
+        for (int height = 1 + width % step; height <= 70; height += step) {
+            Random random(static_cast<std::uint64_t>(width * 1000 + height));
+            check(randomImage(width, height, random), random);
+            if (testing::Test::HasFatalFailure()) {
+                return;
+            }
+        }
+    }
 }
 
 class TattooForms : public testing::TestWithParam<simd::Form> {
@@ -50,18 +61,10 @@ void expectDiffusion(const GrayImage& grey, int threshold) {
 }
 
 TEST_P(TattooForms, DiffuseImagesOfEverySize) {
-    const int step = heightStep();
-    for (int width = 1; width <= 70; ++width) {
-        for (int height = 1 + width % step; height <= 70; height += step) {
-            Random random(static_cast<std::uint64_t>(width * 1000 + height));
-            const GrayImage grey = randomImage(width, height, random);
-            expectDiffusion(grey, random.between(-1, 255));
-            expectDiffusion(grey, 128);
-            if (HasFatalFailure()) {
-                return;
-            }
-        }
-    }
+    forSizes([](const GrayImage& grey, Random& random) {
+        expectDiffusion(grey, random.between(-1, 255));
+        expectDiffusion(grey, 128);
+    });
 }
 
 TEST_P(TattooForms, DiffuseAtEveryThreshold) {
@@ -183,22 +186,17 @@ TEST_P(TattooForms, DiffusePages) {
 }
 
 TEST_P(TattooForms, SharpenImagesOfEverySize) {
-    const int step = heightStep();
-    for (int width = 1; width <= 70; ++width) {
-        for (int height = 1 + width % step; height <= 70; height += step) {
-            Random random(static_cast<std::uint64_t>(width * 1000 + height));
-            const GrayImage grey = randomImage(width, height, random);
-            const TQImage image = toTq(grey);
-            ASSERT_EQ(fromTq(enh_unsharp_mask(image, 300.0F, 11)).px,
-                      reference::unsharpMask(grey, 300.0F, 11).px)
-                << width << " x " << height;
-            const auto amount = static_cast<float>(random.between(-10000, 10000));
-            const int size = 1 + 2 * random.between(0, 14);
-            ASSERT_EQ(fromTq(enh_unsharp_mask(image, amount, size)).px,
-                      reference::unsharpMask(grey, amount, size).px)
-                << width << " x " << height << ", amount " << amount << ", size " << size;
-        }
-    }
+    forSizes([](const GrayImage& grey, Random& random) {
+        const TQImage image = toTq(grey);
+        ASSERT_EQ(fromTq(enh_unsharp_mask(image, 300.0F, 11)).px,
+                  reference::unsharpMask(grey, 300.0F, 11).px)
+            << grey.width << " x " << grey.height;
+        const auto amount = static_cast<float>(random.between(-10000, 10000));
+        const int size = 1 + 2 * random.between(0, 14);
+        ASSERT_EQ(fromTq(enh_unsharp_mask(image, amount, size)).px,
+                  reference::unsharpMask(grey, amount, size).px)
+            << grey.width << " x " << grey.height << ", amount " << amount << ", size " << size;
+    });
 }
 
 TEST_P(TattooForms, SharpenWithEveryPairOfLevels) {
