@@ -42,9 +42,10 @@ unsigned RasterReads::header(unsigned read, cups_page_header2_t& header) {
     if (read == 0) {
         return 0;
     }
+    const std::uint64_t libcups_row = header.cupsBytesPerLine;
     change(header);
     const std::uint64_t size = std::uint64_t{header.cupsBytesPerLine} * header.cupsHeight;
-    if (size > longest_page && size < no_memory) {
+    if (std::max(size, libcups_row) > longest_page && size < no_memory) {
         return 0;
     }
     largest_ = std::max(largest_, size);

@@ -17,7 +17,8 @@ namespace kelp_fuzz {
 class RasterReads {
   public:
     // A page of more bytes than this, but not of so many that there is no memory for it, ends the
-    // stream: it would take the time of a thousand others.
+    // stream: it would take the time of a thousand others. So does one with such a row in the
+    // stream itself, whatever is changed: libcups takes memory for the row when it unpacks.
     static constexpr std::uint64_t longest_page = 60000;
     static constexpr std::uint64_t no_memory = most_memory + 1;
 
