@@ -4,7 +4,8 @@
 #                                  counters, hardening where the build is optimised
 #   kelp_plain_c(<target>)  a test's C that is loaded into a program or stands in for one
 #   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
-#   kelp_vectors(<source>...)  of this folder: kernels that are one large function for each target
+#   kelp_vectors(<source>...)  of this folder: kernels, compiled once for each kind of vectors
+#   kelp_large_vectors(<source>...)  such kernels that are long in compiling
 
 option(KELP_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 set(KELP_SANITIZE "" CACHE STRING "Sanitizers to compile and link with, as -fsanitize= takes them")
@@ -99,12 +100,21 @@ function(kelp_compile_quickly)
   if("${CMAKE_CXX_FLAGS}" MATCHES "-fanalyzer")
     list(APPEND options -fno-analyzer)
   endif()
-  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${options}")
+  # Options of its own would keep a file out of the others' company where they are read together.
+  if(NOT CMAKE_UNITY_BUILD)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${options}")
+  endif()
+endfunction()
+
+# Such a file includes itself, which works in no file but its own.
+function(kelp_vectors)
+  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
 
 # A check of each pointer and reference in thousands of inlined vector operations takes compilers
 # minutes; the address sanitizer still sees what they touch.
-function(kelp_vectors)
+function(kelp_large_vectors)
+  kelp_vectors(${ARGN})
   if(KELP_SANITIZE MATCHES "undefined")
     set(unchecked null,alignment,object-size,pointer-overflow,vptr)
     set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O1;-fno-sanitize=${unchecked}")

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "filter/log.h"
+#include "filter/units.h"
 #include "printer/kelp_printer.h"
 
 const char* const ZPL2PrintMethod[3] = {"", "^MTD\r\n", "^MTT\r\n"};
@@ -16,7 +17,6 @@ const char* const ZPL2MM[5] = {"", "^MMT,N\r\n", "^MMP,N\r\n", "^MMC,N\r\n", "^M
 namespace {
 
 constexpr float kDotsPerInch = 203.0F;
-constexpr double kMillimetresPerInch = 25.4;
 
 bool contains(const char* text, const char* word) {
     return std::strstr(text, word) != nullptr;

@@ -8,12 +8,11 @@
 #include "filter/memory_checked.h"
 #include "filter/output_file.h"
 #include "filter/page_header.h"
+#include "filter/units.h"
 #include "printer/zeroed_buffer.h"
 #include "printer/zpl_printer.h"
 
 namespace {
-
-constexpr double kMillimetresPerInch = 25.4;
 
 /// The pixels of one page, kept from page to page.
 class PageBuffer {

@@ -14,11 +14,11 @@
 namespace {
 
 // libcups reads row by row; a system call for each would be most of the work.
-constexpr std::size_t kBufferSize = 65536;
+constexpr std::size_t kInputBufferSize = 65536;
 
 }  // namespace
 
-RasterInput::RasterInput(int descriptor) : descriptor_(descriptor), buffer_(kBufferSize) {
+RasterInput::RasterInput(int descriptor) : descriptor_(descriptor), buffer_(kInputBufferSize) {
     memoryChecked([&] {
         raster_.reset(cupsRasterOpenIO(deliver, this, CUPS_RASTER_READ));
         checkReading();

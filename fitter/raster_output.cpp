@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kBufferSize = 65536;
+constexpr std::size_t kOutputBufferSize = 65536;
 
 [[noreturn]] void failWriting() {
     const int reason = errno;
@@ -35,7 +35,7 @@ RasterOutput::RasterOutput(int descriptor)
 
 void RasterOutput::startPage(cups_page_header2_t header) {
     rowSize_ = header.cupsBytesPerLine;
-    rows_.resize(rowSize_ * std::max<std::size_t>(1, kBufferSize / rowSize_));
+    rows_.resize(rowSize_ * std::max<std::size_t>(1, kOutputBufferSize / rowSize_));
     used_ = 0;
     if (cupsRasterWriteHeader2(raster_.get(), &header) == 0) {
         failWriting();

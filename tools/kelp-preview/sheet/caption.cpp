@@ -1,11 +1,11 @@
 #include "tools/kelp-preview/sheet/caption.h"
 
-#include <cairo.h>
-
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
+
+#include "tools/kelp-preview/sheet/cairo_surface.h"
 
 namespace {
 
@@ -13,11 +13,6 @@ using kelp_preview::Bitmap;
 
 constexpr double kLineSpacing = 1.25;  // of the font's size
 constexpr unsigned char kHalfCovered = 128;
-
-struct SurfaceDeleter {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, SurfaceDeleter>;
 
 /// A surface of coverage and what draws on it.
 class Canvas {
@@ -59,7 +54,7 @@ class Canvas {
     }
 
   private:
-    Surface surface_;
+    CairoSurface surface_;
     std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context_;
 };
 

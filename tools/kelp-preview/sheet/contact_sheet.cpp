@@ -4,9 +4,9 @@
 #include <cmath>
 #include <limits>
 
-using kelp_preview::Bitmap;
-
 namespace {
+
+using kelp_preview::Bitmap;
 
 constexpr std::uint64_t kMargin = 24;
 constexpr std::uint64_t kFrame = 1;

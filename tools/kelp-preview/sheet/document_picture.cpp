@@ -25,7 +25,7 @@ constexpr std::uint64_t kLargestPage = 100'000'000;
 constexpr double kNearlyOne = 0.01;
 
 /// The first line that tells of an error; else the last.
-std::string reason(const CommandResult& result) {
+std::string ghostscriptSaid(const CommandResult& result) {
     std::istringstream lines(result.errors);
     for (std::string line; std::getline(lines, line);) {
         if (const std::size_t begin = line.find("Error: "); begin != std::string::npos) {
@@ -62,7 +62,7 @@ class DocumentPage {
                        });
         if (result.output.size() < 2 || result.output[0] != 'P') {
             throw PictureError("a document without a page " + page_ + " that ghostscript can draw" +
-                               reason(result));
+                               ghostscriptSaid(result));
         }
         return result.output;
     }

@@ -1,10 +1,10 @@
 #include "tools/kelp-preview/sheet/scale.h"
 
-#include <cairo.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+
+#include "tools/kelp-preview/sheet/cairo_surface.h"
 
 namespace {
 
@@ -12,13 +12,10 @@ namespace {
 // side: what it cannot scale it leaves blank, without an error.
 constexpr std::uint32_t kLongestSide = 20'000;
 
-using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
-
 /// Grey is kept as opacity.
-Surface makeSurface(std::uint32_t width, std::uint32_t height) {
-    Surface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, static_cast<int>(width),
-                                               static_cast<int>(height)),
-                    cairo_surface_destroy);
+CairoSurface makeSurface(std::uint32_t width, std::uint32_t height) {
+    CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, static_cast<int>(width),
+                                                    static_cast<int>(height)));
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
         throw PictureError("not scaled: " + std::string(cairo_status_to_string(
                                                 cairo_surface_status(surface.get()))));
@@ -26,13 +23,13 @@ Surface makeSurface(std::uint32_t width, std::uint32_t height) {
     return surface;
 }
 
-unsigned char* row(const Surface& surface, std::uint32_t y) {
+unsigned char* row(const CairoSurface& surface, std::uint32_t y) {
     return cairo_image_surface_get_data(surface.get()) +
            std::size_t{y} * static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get()));
 }
 
-Surface surfaceOf(const GreyPicture& picture) {
-    Surface surface = makeSurface(picture.width, picture.height);
+CairoSurface surfaceOf(const GreyPicture& picture) {
+    CairoSurface surface = makeSurface(picture.width, picture.height);
     for (std::uint32_t y = 0; y < picture.height; ++y) {
         std::copy_n(picture.pixels.data() + std::size_t{y} * picture.width, picture.width,
                     row(surface, y));
@@ -41,7 +38,7 @@ Surface surfaceOf(const GreyPicture& picture) {
     return surface;
 }
 
-void paintScaled(const Surface& source, const GreyPicture& picture, const Surface& target,
+void paintScaled(const CairoSurface& source, const GreyPicture& picture, const CairoSurface& target,
                  const PageSize& size) {
     const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context(cairo_create(target.get()),
                                                                      cairo_destroy);
@@ -69,8 +66,8 @@ GreyPicture scaled(const GreyPicture& picture, const PageSize& size) {
     if (std::max({picture.width, picture.height, size.width, size.height}) > kLongestSide) {
         throw PictureError("a side over 20000 pixels cannot be scaled");
     }
-    const Surface source = surfaceOf(picture);
-    const Surface target = makeSurface(size.width, size.height);
+    const CairoSurface source = surfaceOf(picture);
+    const CairoSurface target = makeSurface(size.width, size.height);
     paintScaled(source, picture, target, size);
     GreyPicture result{size.width, size.height, {}};
     result.pixels.reserve(std::size_t{size.width} * size.height);

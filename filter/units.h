@@ -1,0 +1,3 @@
+#pragma once
+
+constexpr double kMillimetresPerInch = 25.4;
