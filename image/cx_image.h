@@ -155,6 +155,9 @@ class CxImage {
     /// @return true, unchanged, for an image of 1 bit per pixel; false for an empty image; false
     ///   with Create's text, unchanged, when there is no memory.
     bool Dither(long method);
+    /// As Dither and then IncreaseBpp(8), with their results; an image of 8 bits per pixel keeps its
+    /// block, so that no second one of that size is needed.
+    bool DitherAt8Bits(long method);
 
   private:
     /// What CopyInfo and Transfer move as one.
@@ -176,6 +179,8 @@ class CxImage {
     /// An empty image of the given size with this one's info; false when Create fails.
     bool createLike(CxImage& local, std::uint32_t width, std::uint32_t height,
                     std::uint32_t bpp) const;
+    /// Makes `mono` this image in 1 bit per pixel; false, with an error text here, without memory.
+    bool ditherInto(CxImage& mono, long method);
     std::uint8_t* rowAt(std::int64_t y) const;
 
     BITMAPINFOHEADER header_;

@@ -1,6 +1,9 @@
+#include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "image/cx_image.h"
+#include "image/dot_packing.h"
 #include "image/error_diffusion.h"
 #include "image/ordered_dither.h"
 
@@ -94,16 +97,39 @@ bool CxImage::Dither(long method) {
         return true;
     }
     CxImage local;
-    if (!createLike(local, GetWidth(), GetHeight(), 1)) {
-        setLastError(local.GetLastError());
+    return ditherInto(local, method) && Transfer(local);
+}
+
+bool CxImage::DitherAt8Bits(long method) {
+    if (!dib_ || GetBpp() != 8) {
+        return Dither(method) && IncreaseBpp(8);
+    }
+    CxImage mono;
+    if (!ditherInto(mono, method)) {
+        return false;
+    }
+    std::fill_n(GetPalette(), GetNumColors(), tagRGBQUAD{});
+    SetPalette(mono.GetPalette(), mono.GetNumColors());
+    const std::uint32_t width = GetWidth();
+    for (std::uint32_t y = 0; y < GetHeight(); ++y) {
+        std::uint8_t* row = rowAt(y);
+        unpackDots(mono.rowAt(y), width, row);
+        std::memset(row + width, 0, GetEffWidth() - width);
+    }
+    return true;
+}
+
+bool CxImage::ditherInto(CxImage& mono, long method) {
+    if (!createLike(mono, GetWidth(), GetHeight(), 1)) {
+        setLastError(mono.GetLastError());
         return false;
     }
     if (method == 0 || method == 1 || method == 7) {
-        ditherByPosition(*this, local, method);
+        ditherByPosition(*this, mono, method);
     } else {
-        ditherByErrorDiffusion(*this, local, errorKernel(method));
+        ditherByErrorDiffusion(*this, mono, errorKernel(method));
     }
-    local.SetPaletteColor(0, 0, 0, 0, 0);
-    local.SetPaletteColor(1, 255, 255, 255, 0);
-    return Transfer(local);
+    mono.SetPaletteColor(0, 0, 0, 0, 0);
+    mono.SetPaletteColor(1, 255, 255, 255, 0);
+    return true;
 }

@@ -141,9 +141,8 @@ void KelpPrinter::saveOrigin(const unsigned char* pixels, unsigned long bytesPer
 }
 
 void KelpPrinter::saveAndPrintProcessed() {
-    // A page that could not be loaded leaves no image, or the emptied one of the page before; one
-    // that could not be widened for want of memory has an eighth of the bytes that are read here.
-    const bool printable = pimage_ != nullptr && pimage_->IsValid() && pimage_->GetBpp() == 8;
+    // A page that could not be loaded leaves no image, or the emptied one of the page before.
+    const bool printable = pimage_ != nullptr && pimage_->IsValid();
     setSnapshotTemplate("/var/spool/cups/tmp/dithered_%d-%d-%d_%d_%d_%d_%ld.bmp");
     kelpLogCommon(0,
                   "printImage: Saving processed image, file path will be generated based on time");

@@ -101,8 +101,7 @@ int KelpPrinter::processPage(DitherType type, const unsigned char* pixels, int b
             return 0;
         }
     } else {
-        cximage_.Dither(type);
-        cximage_.IncreaseBpp(8);
+        cximage_.DitherAt8Bits(type);
         pimage_ = &cximage_;
         kelpLogCommon(0, "PageProcess: Applied default dithering and increased bit depth");
     }

@@ -21,7 +21,11 @@ TEST_P(EveryMethod, HalftonesAsTheReferenceDoes) {
         ASSERT_EQ(image.GetBpp(), 1U);
         ASSERT_EQ(kelp_test::indicesOf(image).px, reference::dither(grey, GetParam()).px);
         ASSERT_TRUE(image.IncreaseBpp(8));
-        ASSERT_EQ(kelp_test::bytesOf(image).px, reference::ditherToIndices(before, GetParam()).px);
+        const auto expected = reference::ditherToIndices(before, GetParam()).px;
+        ASSERT_EQ(kelp_test::bytesOf(image).px, expected);
+        kelp_test::load(image, grey);
+        ASSERT_TRUE(image.DitherAt8Bits(GetParam()));
+        ASSERT_EQ(kelp_test::bytesOf(image).px, expected);
     });
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 #include "image/cx_image.h"
 #include "tests/unit/image/image_pixels.h"
@@ -148,6 +149,40 @@ TEST(CxImageDither, GivesTheSameDotsForTheSamePage) {
             EXPECT_EQ(indicesOf(image), first);
         }
     }
+}
+
+/// Header, palette and rows.
+std::vector<int> blockOf(const CxImage& image) {
+    const auto* end = image.GetBits(0) + std::size_t{image.GetEffWidth()} * image.GetHeight();
+    return {end - image.GetSize(), end};
+}
+
+TEST(CxImageDitherAt8Bits, LeavesWhatTwoStepsLeave) {
+    for (const std::uint32_t bpp : {1U, 4U, 8U}) {
+        for (const long method : kMethods) {
+            CxImage inTwoSteps;
+            CxImage atOnce;
+            for (CxImage* image : {&inTwoSteps, &atOnce}) {
+                Rows rows(5, std::vector<int>(11));
+                for (int i = 0; i < 55; ++i) {
+                    rows[static_cast<std::size_t>(i / 11)][static_cast<std::size_t>(i % 11)] =
+                        i * 37 % (1 << bpp);
+                }
+                makeImage(*image, bpp, rows);
+                image->SetPaletteColor(1, 9, 8, 7, 6);
+                image->GetBits(2)[image->GetEffWidth() - 1] = 0xAA;  // padding
+            }
+            EXPECT_TRUE(inTwoSteps.Dither(method));
+            EXPECT_TRUE(inTwoSteps.IncreaseBpp(8));
+            EXPECT_TRUE(atOnce.DitherAt8Bits(method));
+            EXPECT_EQ(blockOf(atOnce), blockOf(inTwoSteps)) << bpp << " bits, method " << method;
+        }
+    }
+}
+
+TEST(CxImageDitherAt8Bits, IsFalseForAnEmptyImage) {
+    CxImage image;
+    EXPECT_FALSE(image.DitherAt8Bits(0));
 }
 
 }  // namespace

@@ -119,6 +119,25 @@ TEST(CxImageWithoutMemory, LeavesTheImageWhenItCannotBeDithered) {
         EXPECT_STREQ(image.GetLastError(), kMemoryText);
         EXPECT_EQ(image.GetBpp(), 8U);
         EXPECT_EQ(indicesOf(image), (Rows{{1, 200, 3}}));
+        {
+            const AllocationFailure none(1);
+            EXPECT_FALSE(image.DitherAt8Bits(method)) << method;
+        }
+        EXPECT_EQ(indicesOf(image), (Rows{{1, 200, 3}}));
+        EXPECT_EQ(text(image.GetPaletteColor(200)), "200,200,200,0");
+    }
+}
+
+TEST(CxImageWithoutMemory, HalftonesAnImageOf8BitsInItsOwnMemory) {
+    // 64 rows: the image has 5,160 bytes, that of its dots 560.
+    for (long method = 0; method <= 8; ++method) {
+        CxImage image;
+        makeImage(image, 8, Rows(64, std::vector<int>(64, 255)));
+        {
+            const AllocationFailure large(4096);
+            EXPECT_TRUE(image.DitherAt8Bits(method)) << method;
+        }
+        EXPECT_EQ(indicesOf(image), Rows(64, std::vector<int>(64, 1)));
     }
 }
 
