@@ -189,7 +189,7 @@ void addEncoding(std::vector<Stage>& all) {
                                std::uint8_t*, std::uint8_t* wide,
                                std::string&) { unpackDots(bits, width, wide); }),
                    {},
-                   false});
+                   true});
     all.push_back({"pack to bits",
                    byDotRow([](const std::uint8_t* bytes, const std::uint8_t*, std::size_t width,
                                std::uint8_t* packed, std::uint8_t*,
