@@ -155,8 +155,8 @@ class CxImage {
     /// @return true, unchanged, for an image of 1 bit per pixel; false for an empty image; false
     ///   with Create's text, unchanged, when there is no memory.
     bool Dither(long method);
-    /// As Dither and then IncreaseBpp(8), with their results; an image of 8 bits per pixel keeps its
-    /// block, so that no second one of that size is needed.
+    /// As Dither and then IncreaseBpp(8), with their results; an image of 8 bits per pixel keeps
+    /// its block, so that no second one of that size is needed.
     bool DitherAt8Bits(long method);
 
   private:
