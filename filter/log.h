@@ -9,4 +9,12 @@
 ///   these. The filter uses 0 for information, 3 for errors, 4 for a page that cannot be loaded.
 [[gnu::format(printf, 2, 3)]] void kelpLogCommon(int level, const char* format, ...);
 
+/// Takes a line of the log: its level and the message alone, without prefix and newline, cut to
+/// 1,023 bytes.
+using KelpLogSink = void (*)(int level, const char* message);
+
+/// Sends the lines that follow to a sink, for programs that keep a log of their own; null sends
+/// them to standard error again, as they are at the start. Not to be called while others log.
+void kelpSetLogSink(KelpLogSink sink);
+
 #endif

@@ -125,6 +125,8 @@ class KelpPrinter {
                    unsigned long width, unsigned short bitsPerPixel) const;
     /// Names the snapshots that follow: a printf format for six int of local time and a long.
     void setSnapshotTemplate(const char* pattern);
+    /// Whether printImage writes its two snapshots of a page; it does unless told otherwise.
+    KelpPrinter& setSnapshots(bool on);
 
     /// Packs a page of one byte per dot to one bit per dot, in place (mono_packing.h).
     /// @param data height rows of width bytes
@@ -169,6 +171,7 @@ class KelpPrinter {
     bool rotate180Print_ = false;
     std::uint32_t antiWrinkle_ = 0;
     bool useTQDithering_ = false;
+    bool snapshots_ = true;
     std::uint8_t removeBlankEdges_ = 0;
     unsigned long skipRightPixels_ = 0;
     std::uintptr_t userData_ = 0;

@@ -134,6 +134,9 @@ void KelpPrinter::printImage(const unsigned char* pixels, unsigned long bytesPer
 
 void KelpPrinter::saveOrigin(const unsigned char* pixels, unsigned long bytesPerLine,
                              unsigned long height, unsigned long width) {
+    if (!snapshots_) {
+        return;
+    }
     setSnapshotTemplate("/var/spool/cups/tmp/origin_%d-%d-%d_%d_%d_%d_%ld.bmp");
     kelpLogCommon(0,
                   "printImage: Saving original image, file path will be generated based on time");
@@ -143,12 +146,14 @@ void KelpPrinter::saveOrigin(const unsigned char* pixels, unsigned long bytesPer
 void KelpPrinter::saveAndPrintProcessed() {
     // A page that could not be loaded leaves no image, or the emptied one of the page before.
     const bool printable = pimage_ != nullptr && pimage_->IsValid();
-    setSnapshotTemplate("/var/spool/cups/tmp/dithered_%d-%d-%d_%d_%d_%d_%ld.bmp");
-    kelpLogCommon(0,
-                  "printImage: Saving processed image, file path will be generated based on time");
-    if (printable) {
-        saveImage(pimage_->GetBits(0), pimage_->GetEffWidth(), pimage_->GetHeight(),
-                  pimage_->GetWidth(), 8);
+    if (snapshots_) {
+        setSnapshotTemplate("/var/spool/cups/tmp/dithered_%d-%d-%d_%d_%d_%d_%ld.bmp");
+        kelpLogCommon(
+            0, "printImage: Saving processed image, file path will be generated based on time");
+        if (printable) {
+            saveImage(pimage_->GetBits(0), pimage_->GetEffWidth(), pimage_->GetHeight(),
+                      pimage_->GetWidth(), 8);
+        }
     }
     kelpLogCommon(0, "printImage: Starting to print the processed image");
     if (printable) {

@@ -11,6 +11,11 @@ void KelpPrinter::setSnapshotTemplate(const char* pattern) {
     std::snprintf(snapshotTemplate_, sizeof snapshotTemplate_, "%s", pattern);
 }
 
+KelpPrinter& KelpPrinter::setSnapshots(bool on) {
+    snapshots_ = on;
+    return *this;
+}
+
 void KelpPrinter::saveImage(const unsigned char* data, unsigned long bytesPerLine,
                             unsigned long height, unsigned long width,
                             unsigned short bitsPerPixel) const {

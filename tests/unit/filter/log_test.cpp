@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/unit/printer/support/stderr_capture.h"
 
@@ -53,6 +54,47 @@ TEST(Log, LinesKeepTheirOrder) {
                   kelpLogCommon(3, "three");
               }),
               "DEBUG:one\nINVALID:two\nERROR:three\n");
+}
+
+struct SinkLine {
+    int level;
+    std::string message;
+    bool operator==(const SinkLine&) const = default;
+};
+std::vector<SinkLine> sinkLines;
+
+class LogSink : public testing::Test {
+  protected:
+    LogSink() {
+        sinkLines.clear();
+        kelpSetLogSink([](int level, const char* message) {
+            sinkLines.push_back({level, message});
+        });
+    }
+    ~LogSink() override { kelpSetLogSink(nullptr); }
+    LogSink(const LogSink&) = delete;
+    LogSink& operator=(const LogSink&) = delete;
+};
+
+TEST_F(LogSink, TakesTheMessagesInThePlaceOfStandardError) {
+    EXPECT_EQ(stderr_of([] {
+                  kelpLogCommon(0, "page %d", 7);
+                  kelpLogCommon(3, "%s", "100%d %s");
+              }),
+              "");
+    EXPECT_EQ(sinkLines, (std::vector<SinkLine>{{0, "page 7"}, {3, "100%d %s"}}));
+}
+
+TEST_F(LogSink, TakesWhatFitsOfALongMessage) {
+    const std::string text(5000, 'x');
+    kelpLogCommon(2, "<%s>", text.c_str());
+    EXPECT_EQ(sinkLines, (std::vector<SinkLine>{{2, "<" + text.substr(0, 1022)}}));
+}
+
+TEST_F(LogSink, IsLeftForStandardError) {
+    kelpSetLogSink(nullptr);
+    EXPECT_EQ(stderr_of([] { kelpLogCommon(0, "again"); }), "DEBUG:again\n");
+    EXPECT_TRUE(sinkLines.empty());
 }
 
 }  // namespace

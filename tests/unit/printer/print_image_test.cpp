@@ -261,6 +261,18 @@ TEST_F(PrintImage, ASecondPageGoesOnCountingSnapshots) {
     EXPECT_EQ(printer.prints.size(), 2U);
 }
 
+TEST_F(PrintImage, SnapshotsCanBeLeftOut) {
+    print(one_inked_row(), 20, 20, 16);
+    const Bytes printed = printer.prints.back().bytes;
+    const std::size_t before = files.snapshots().size();
+    printer.setSnapshots(false);
+    print(one_inked_row(), 20, 20, 16);
+    EXPECT_EQ(files.snapshots().size(), before);
+    EXPECT_EQ(page_index, 3 + before);
+    EXPECT_EQ(log.find("Saving"), std::string::npos);
+    EXPECT_EQ(printer.prints.back().bytes, printed);
+}
+
 TEST_F(PrintImage, SnapshotsThatCannotBeOpenedDoNotStopThePage) {
     files.remove_snapshot_directory();
     print(Bytes(4), 4, 1, 4);
