@@ -3,14 +3,12 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "filter/job_setup.h"
 #include "filter/log.h"
 #include "filter/memory_checked.h"
 #include "filter/output_file.h"
+#include "filter/page.h"
 #include "filter/page_header.h"
-#include "filter/units.h"
 #include "printer/zeroed_buffer.h"
-#include "printer/zpl_printer.h"
 
 namespace {
 
@@ -46,20 +44,6 @@ void writeDebugLine(const cups_page_header2_t& header) {
     }
 }
 
-float millimetres(unsigned int dots, unsigned int dotsPerInch) {
-    return static_cast<float>(static_cast<double>(dots) * kMillimetresPerInch /
-                              static_cast<double>(dotsPerInch));
-}
-
-void configurePrinter(KelpPrinter& printer, const Settings& settings,
-                      const cups_page_header2_t& header) {
-    printer.setPageHeader(&header)
-        .setBrightness(settings.Brightness)
-        .setHalftoneType(settings.halftoneType)
-        .setMirrorPrint(settings.MirrorImage != 0)
-        .setNegativePrint(settings.NegativeImage != 0);
-}
-
 }  // namespace
 
 int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) {
@@ -84,20 +68,11 @@ int printPages(cups_raster_t* raster, Settings& settings, KelpPrinter& printer) 
         if (!pixels.resize(pageSize)) {
             return EXIT_FAILURE;
         }
-        settings.pageWidth = millimetres(header.cupsWidth, header.HWResolution[0]);
-        settings.pageHeight = millimetres(header.cupsHeight, header.HWResolution[1]);
-        kelpLogCommon(0, "pageWidth: %f,pageHeight: %f", static_cast<double>(settings.pageWidth),
-                      static_cast<double>(settings.pageHeight));
-        jobSetup(settings);
-        configurePrinter(printer, settings, header);
-        setCls();
-        logPageHeader(header, ++page);
+        setUpPage(settings, printer, header, ++page);
 
         if (memoryChecked([&] { return cupsRasterReadPixels(raster, pixels.data(), pageSize); }) >
             0) {
-            LastSet = 0;
-            printer.printImage(pixels.data(), header.cupsBytesPerLine, header.cupsHeight,
-                               header.cupsWidth);
+            printPixels(printer, header, pixels.data());
         }
     }
     return EXIT_SUCCESS;

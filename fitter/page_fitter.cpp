@@ -1,59 +1,18 @@
 #include "fitter/page_fitter.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "filter/log.h"
 #include "fitter/fit_error.h"
-#include "fitter/row_converter.h"
+#include "fitter/row_fitter.h"
 
 namespace {
 
-constexpr unsigned int kLongestRow = 1U << 24U;  // in bytes; a wider page is no page
-
-std::string resolutionText(const cups_page_header2_t& header) {
-    const std::string across = std::to_string(header.HWResolution[0]);
-    const std::string down = std::to_string(header.HWResolution[1]);
-    return (across == down ? across : across + "x" + down) + "dpi";
-}
-
-void checkResolution(const cups_page_header2_t& header, const TargetPage& target) {
-    if (header.HWResolution[0] != target.header.HWResolution[0] ||
-        header.HWResolution[1] != target.header.HWResolution[1]) {
-        const std::string wanted = resolutionText(target.header);
-        throw FitError("The page comes in " + resolutionText(header) + ", the printer prints " +
-                       wanted + ". Choose Resolution=" + wanted + ".");
-    }
-}
-
-void checkRows(const cups_page_header2_t& header) {
-    const std::uint64_t needed =
-        (std::uint64_t{header.cupsWidth} * header.cupsBitsPerPixel + 7) / 8;
-    if (header.cupsWidth == 0) {
-        throw FitError("The raster to print is damaged: a page has a cupsWidth of 0.");
-    }
-    if (header.cupsBytesPerLine < needed) {
-        throw FitError("The raster to print is damaged: a cupsBytesPerLine of " +
-                       std::to_string(header.cupsBytesPerLine) + " is less than the " +
-                       std::to_string(needed) + " that a cupsWidth of " +
-                       std::to_string(header.cupsWidth) + " needs.");
-    }
-    if (header.cupsBytesPerLine > kLongestRow) {
-        throw FitError("The page is too wide: a cupsBytesPerLine of " +
-                       std::to_string(header.cupsBytesPerLine) + " is more than " +
-                       std::to_string(kLongestRow) + ".");
-    }
-}
-
 void fitPage(RasterInput& input, const cups_page_header2_t& header, const TargetPage& target,
              RasterOutput& output, int page) {
-    const RowConverter convert = rowConverter(header, target.polarity);
-    const unsigned char white = whiteSample(target.polarity);
-    const std::size_t dots = std::min(header.cupsWidth, target.width);
+    const RowFitter fitter(header, target);
     std::vector<unsigned char> row(header.cupsBytesPerLine);
 
     output.startPage(fittedHeader(header, target));
@@ -65,13 +24,11 @@ void fitPage(RasterInput& input, const cups_page_header2_t& header, const Target
                            std::to_string(page) + ".");
         }
         if (y < target.height) {
-            unsigned char* samples = output.nextRow();
-            convert(row.data(), dots, samples);
-            std::memset(samples + dots, white, target.width - dots);
+            fitter.fit(row.data(), output.nextRow());
         }
     }
     for (unsigned int y = header.cupsHeight; y < target.height; ++y) {
-        std::memset(output.nextRow(), white, target.width);
+        fitter.makeWhite(output.nextRow());
     }
     output.flush();
 }
@@ -100,8 +57,7 @@ cups_page_header2_t fittedHeader(const cups_page_header2_t& input, const TargetP
 void fitPages(RasterInput& input, const TargetPage& target, RasterOutput& output) {
     cups_page_header2_t header;
     for (int page = 1; input.readHeader(header); ++page) {
-        checkResolution(header, target);
-        checkRows(header);
+        checkPage(header, target);
         kelpLogCommon(0, " Page %d: %u x %u dots fitted to %u x %u", page, header.cupsWidth,
                       header.cupsHeight, target.width, target.height);
         fitPage(input, header, target, output, page);
