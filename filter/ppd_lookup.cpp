@@ -6,6 +6,17 @@
 
 #include "filter/text.h"
 
+std::int8_t kelpChoiceToBool(const char* name) {
+    const auto is = [name](const char* word) { return strcasecmp(name, word) == 0; };
+    if (is("true") || is("yes")) {
+        return 1;
+    }
+    if (is("false") || is("no")) {
+        return 0;
+    }
+    return static_cast<std::int8_t>(kelpTextToInt(name));
+}
+
 const ppd_choice_t* kelpPpdGetChoice(ppd_file_t* ppd, const char* option) {
     if (const ppd_choice_t* marked = ppdFindMarkedChoice(ppd, option)) {
         return marked;
@@ -30,14 +41,7 @@ std::int8_t kelpPpdGetChoiceAsBoolDefault(ppd_file_t* ppd, const char* option, b
     if (choice == nullptr) {
         return defaultValue ? 1 : 0;
     }
-    const auto is = [choice](const char* name) { return strcasecmp(choice->choice, name) == 0; };
-    if (is("true") || is("yes")) {
-        return 1;
-    }
-    if (is("false") || is("no")) {
-        return 0;
-    }
-    return static_cast<std::int8_t>(kelpTextToInt(choice->choice));
+    return kelpChoiceToBool(choice->choice);
 }
 
 const char* kelpPpdGetAttrAsStrDefault(ppd_file_t* ppd, const char* name, const char* spec,

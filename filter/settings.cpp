@@ -100,6 +100,10 @@ void parseSettings(Settings& settings, const char* options) {
     logSettings(settings);
 }
 
+float kelpPointsToMillimetres(float points) {
+    return static_cast<float>(static_cast<double>(points) * kMillimetresPerPoint);
+}
+
 void getPageWidthPageHeight(ppd_file_t* ppd, Settings& settings) {
     settings.pageWidth = 0;
     settings.pageHeight = 0;
@@ -114,10 +118,8 @@ void getPageWidthPageHeight(ppd_file_t* ppd, Settings& settings) {
                   static_cast<double>(size->length), static_cast<double>(size->left),
                   static_cast<double>(size->bottom), static_cast<double>(size->right),
                   static_cast<double>(size->top));
-    settings.pageWidth =
-        static_cast<float>(static_cast<double>(size->width) * kMillimetresPerPoint);
-    settings.pageHeight =
-        static_cast<float>(static_cast<double>(size->length) * kMillimetresPerPoint);
+    settings.pageWidth = kelpPointsToMillimetres(size->width);
+    settings.pageHeight = kelpPointsToMillimetres(size->length);
     kelpLogCommon(0, "Set page size: width %f mm, height %f mm",
                   static_cast<double>(settings.pageWidth),
                   static_cast<double>(settings.pageHeight));

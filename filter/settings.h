@@ -36,6 +36,9 @@ struct Settings {
 /// @param options as the spooler passes them: "name=value name=value ..."
 void parseSettings(Settings& settings, const char* options);
 
+/// A length in points in millimetres, as the page size's.
+float kelpPointsToMillimetres(float points);
+
 /// Reads the size of the chosen page, in millimetres; 0 by 0 where the PPD does not know it.
 void getPageWidthPageHeight(ppd_file_t* ppd, Settings& settings);
 

@@ -69,26 +69,25 @@ Polarity polarityOf(const cups_page_header2_t& header) {
     return space == CUPS_CSPACE_K ? Polarity::kBlackSpace : Polarity::kWhiteSpace;
 }
 
-// libcups makes any custom size.
-void checkCustomSize(ppd_file_t* ppd, const cups_page_header2_t& header) {
+bool isCustomSize(ppd_file_t* ppd) {
     const ppd_choice_t* choice = ppdFindMarkedChoice(ppd, "PageSize");
-    if (choice == nullptr || std::strcmp(choice->choice, "Custom") != 0) {
-        return;
-    }
-    // The limits are whole points, the size may be millimetres.
-    constexpr float kRounding = 0.5F;
-    for (int i = 0; i < 2; ++i) {
-        const float points = header.cupsPageSize[i];
-        if (!(points >= ppd->custom_min[i] - kRounding) ||
-            !(points <= ppd->custom_max[i] + kRounding)) {
-            throw FitError("The page size of " + millimetres(header.cupsPageSize) +
-                           " is none that the printer takes: " + millimetres(ppd->custom_min) +
-                           " to " + millimetres(ppd->custom_max) + ".");
-        }
-    }
+    return choice != nullptr && std::strcmp(choice->choice, "Custom") == 0;
 }
 
 }  // namespace
+
+void checkCustomSize(const float (&size)[2], const float (&smallest)[2],
+                     const float (&largest)[2]) {
+    // The limits are whole points, the size may be millimetres.
+    constexpr float kRounding = 0.5F;
+    for (int i = 0; i < 2; ++i) {
+        if (!(size[i] >= smallest[i] - kRounding) || !(size[i] <= largest[i] + kRounding)) {
+            throw FitError("The page size of " + millimetres(size) +
+                           " is none that the printer takes: " + millimetres(smallest) + " to " +
+                           millimetres(largest) + ".");
+        }
+    }
+}
 
 TargetPage targetPageOf(const cups_page_header2_t& header) {
     const TargetPage page{safeWidth(header.cupsWidth), header.cupsHeight, polarityOf(header),
@@ -120,6 +119,9 @@ TargetPage readTargetPage(const char* ppdPath, const char* jobOptions) {
         throw FitError("The printer description and the job's options make no page: " +
                        text.substr(0, text.find('\n')));
     }
-    checkCustomSize(ppd.get(), header);
+    // libcups makes any custom size.
+    if (isCustomSize(ppd.get())) {
+        checkCustomSize(header.cupsPageSize, ppd->custom_min, ppd->custom_max);
+    }
     return targetPageOf(header);
 }

@@ -20,4 +20,8 @@ TargetPage readTargetPage(const char* ppdPath, const char* jobOptions);
 /// The page that the header of a PPD describes. Throws FitError when it cannot be printed.
 TargetPage targetPageOf(const cups_page_header2_t& header);
 
+/// Throws FitError for a size of its own, width and length in points, that is beyond the smallest
+/// or largest of a printer by more than half a point.
+void checkCustomSize(const float (&size)[2], const float (&smallest)[2], const float (&largest)[2]);
+
 #endif
