@@ -4,7 +4,7 @@ cmake_minimum_required(VERSION 3.25)
 
 file(GLOB_RECURSE sources
   "${ROOT}/bench/*" "${ROOT}/drivers/*" "${ROOT}/enhance/*" "${ROOT}/filter/*" "${ROOT}/fuzz/*"
-  "${ROOT}/image/*"
+  "${ROOT}/image/*" "${ROOT}/models/*"
   "${ROOT}/printer/*" "${ROOT}/scripts/*" "${ROOT}/tests/*" "${ROOT}/fitter/*"
   "${ROOT}/packaging/*" "${ROOT}/examples/*" "${ROOT}/preview/*" "${ROOT}/tools/*")
 # A catalogue is a list.
