@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -38,6 +37,10 @@ std::string quoted(const ppd::Choice& choice) {
     return quoted(choice.name) + ", " + quoted(choice.text);
 }
 
+std::string braced(const std::string& elements) {
+    return '{' + elements + '}';
+}
+
 /// Prints an array and gives what a table refers to it by. C++ has no empty ones.
 template <typename Element, typename PrintElement>
 std::string printArray(std::ostream& out, const std::string& type, const std::string& name,
@@ -47,7 +50,7 @@ std::string printArray(std::ostream& out, const std::string& type, const std::st
     }
     std::ostringstream lines;  // the elements may print arrays of their own before
     for (const Element& element : elements) {
-        lines << "    {" << printElement(element) << "},\n";
+        lines << "    " << printElement(element) << ",\n";
     }
     out << "constexpr " << type << ' ' << name << "[] = {\n" << lines.str() << "};\n";
     return name;
@@ -57,22 +60,22 @@ std::string printArray(std::ostream& out, const std::string& type, const std::st
 std::string printModel(std::ostream& out, const ppd::Model& model, const std::string& number) {
     const std::string sizes =
         printArray(out, "PageSize", "kSizes" + number, model.sizes, [](const ppd::PageSize& size) {
-            return quoted(size.self) + ", " + std::to_string(size.width) + ", " +
-                   std::to_string(size.length);
+            return braced(quoted(size.self) + ", " + std::to_string(size.width) + ", " +
+                          std::to_string(size.length));
         });
-    int option_number = 0;
+    int optionNumber = 0;
     const std::string options = printArray(
         out, "Option", "kOptions" + number, model.options, [&](const ppd::Option& option) {
-            const std::string name = "kChoices" + number + "_" + std::to_string(option_number++);
+            const std::string name = "kChoices" + number + "_" + std::to_string(optionNumber++);
             const std::string choices =
                 printArray(out, "Choice", name, option.choices,
-                           [](const ppd::Choice& choice) { return quoted(choice); });
-            return quoted(option.self) + ", " + choices + ", " +
-                   std::to_string(option.defaultChoice);
+                           [](const ppd::Choice& choice) { return braced(quoted(choice)); });
+            return braced(quoted(option.self) + ", " + choices + ", " +
+                          std::to_string(option.defaultChoice));
         });
     const std::string conflicts = printArray(
         out, "Conflict", "kConflicts" + number, model.conflicts, [](const ppd::Conflict& conflict) {
-            return quoted(conflict.first) + ", " + quoted(conflict.second);
+            return braced(quoted(conflict.first) + ", " + quoted(conflict.second));
         });
     std::ostringstream text;
     text << quoted(model.name) << ", " << quoted(model.makeAndModel) << ", "
@@ -81,7 +84,7 @@ std::string printModel(std::ostream& out, const ppd::Model& model, const std::st
          << sizes << ", " << model.defaultSize << ", " << model.least[0] << ", " << model.least[1]
          << ", " << model.most[0] << ", " << model.most[1] << ", " << quoted(model.resolution)
          << ", " << options << ", " << conflicts;
-    return text.str();
+    return braced(text.str());
 }
 
 /// Gives the initialiser of a Texts.
@@ -91,10 +94,10 @@ std::string printTexts(std::ostream& out, const ppd::Model& model, const std::st
     const std::vector<ppd::Texts::value_type> list(texts.begin(), texts.end());
     const std::string array =
         printArray(out, "Text", "kTexts" + number + "_" + language, list, [](const auto& entry) {
-            return quoted(entry.first.first) + ", " + quoted(entry.first.second) + ", " +
-                   quoted(entry.second);
+            return braced(quoted(entry.first.first) + ", " + quoted(entry.first.second) + ", " +
+                          quoted(entry.second));
         });
-    return quoted(model.name) + ", " + quoted(language) + ", " + array;
+    return braced(quoted(model.name) + ", " + quoted(language) + ", " + array);
 }
 
 std::string tablesOf(const std::vector<ppd::Model>& models) {
@@ -114,17 +117,17 @@ std::string tablesOf(const std::vector<ppd::Model>& models) {
             texts.push_back(printTexts(out, model, number, language));
         }
     }
-    const auto as_it_is = [](const std::string& text) { return text; };
-    const std::string model_table = printArray(out, "Model", "kModelTable", tables, as_it_is);
-    const std::string text_table = printArray(out, "Texts", "kTextsTable", texts, as_it_is);
-    const std::string language_table =
+    const auto asItIs = [](const std::string& text) { return text; };
+    const std::string modelTable = printArray(out, "Model", "kModelTable", tables, asItIs);
+    const std::string textTable = printArray(out, "Texts", "kTextsTable", texts, asItIs);
+    const std::string languageTable =
         printArray(out, "const char*", "kLanguageTable", models.front().languages,
                    [](const std::string& language) { return quoted(language); });
     out << "\n}  // namespace\n\n"
            "constinit const std::span<const Model> kModels = "
-        << model_table
-        << ";\nconstinit const std::span<const char* const> kLanguages = " << language_table
-        << ";\nconstinit const std::span<const Texts> kTexts = " << text_table
+        << modelTable
+        << ";\nconstinit const std::span<const char* const> kLanguages = " << languageTable
+        << ";\nconstinit const std::span<const Texts> kTexts = " << textTable
         << ";\n\n}  // namespace kelp_models\n";
     return out.str();
 }
@@ -134,11 +137,10 @@ void writeWhole(const std::string& path, const std::string& text) {
     std::ofstream file(part, std::ios::binary);
     file << text;
     file.close();
-    if (!file) {
+    if (!file || std::rename(part.c_str(), path.c_str()) != 0) {
         std::remove(part.c_str());
         throw std::runtime_error(path + " cannot be written");
     }
-    std::filesystem::rename(part, path);
 }
 
 }  // namespace

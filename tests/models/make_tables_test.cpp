@@ -131,8 +131,9 @@ TEST_F(MakeTables, WantsAPpdAndAPlaceToWriteTo) {
     std::filesystem::create_directory(out_);
     const ProcessResult result = run({label_});
     EXPECT_EQ(result.exit_status, 1);
-    EXPECT_NE(result.error, "");
+    EXPECT_EQ(result.error, "kelp_make_tables: " + out_ + " cannot be written\n");
     EXPECT_TRUE(std::filesystem::is_empty(out_));
+    EXPECT_TRUE(read_directory(directory_.path()).empty()) << "no part of it either";
 }
 
 }  // namespace
