@@ -75,9 +75,10 @@ TEST_F(MakeTables, RefusesWhatTheTablesHaveNoPlaceFor) {
                       "*OpenUI *Origin/"),
               "cupsUIConstraints are not understood\n");
     EXPECT_EQ(refusal("*HWMargins: 0 0 0 0", "*HWMargins: 0 9 0 0"), "custom sizes have margins\n");
-    EXPECT_EQ(refusal("*ImageableArea 57x32mm/57 x 32 mm: \"0 0 162 91\"",
-                      "*ImageableArea 57x32mm/57 x 32 mm: \"0 9 162 91\""),
-              "57x32mm has margins\n");
+    for (const char* area : {"9 0 162 91", "0 9 162 91", "0 0 161 91", "0 0 162 90"}) {
+        const std::string start = "*ImageableArea 57x32mm/57 x 32 mm: \"";
+        EXPECT_EQ(refusal(start + "0 0 162 91", start + area), "57x32mm has margins\n") << area;
+    }
     EXPECT_EQ(refusal("*Resolution 203dpi/",
                       "*Resolution 300dpi/300: \"<</HWResolution[300 300]>>setpagedevice\"\n"
                       "*Resolution 203dpi/"),

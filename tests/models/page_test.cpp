@@ -153,6 +153,10 @@ TEST(Pages, AreCountedInDots) {
     EXPECT_EQ(page.height, 1218U);
     EXPECT_EQ(page.header.HWResolution[0], 203U);
     EXPECT_EQ(page.header.HWResolution[1], 203U);
+    // A size in millimetres may lie half a point beyond.
+    EXPECT_EQ(customPageOf(*model, 27.6F, 2834.4F).width, 76U);  // of 77.8, 78
+    EXPECT_THROW(customPageOf(*model, 27.4F, 100.0F), FitError);
+    EXPECT_THROW(customPageOf(*model, 100.0F, 2834.6F), FitError);
     try {
         customPageOf(*model, 1000.0F, 100.0F);  // 352.8 x 35.3 mm
         FAIL();
