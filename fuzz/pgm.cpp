@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "tools/kelp-preview/sheet/picture_formats.h"
+#include "pictures/picture_formats.h"
 
 namespace {
 
@@ -94,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(expected.has_value(), "a picture where there is none");
         require(picture.width == expected->width && picture.height == expected->height, "a size");
         require(picture.pixels == expected->pixels, "pixels");
-        const PageSize alone = sizeOfPgm(file);
+        const PictureSize alone = sizeOfPgm(file);
         require(alone.width == picture.width && alone.height == picture.height, "the size alone");
     } catch (const PictureError&) {
         require(!expected.has_value(), "no picture where there is one");

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "pictures/picture_formats.h"
 #include "tests/preview/sheet/picture_files.h"
 #include "tests/preview/sheet/sheet_program.h"
-#include "tools/kelp-preview/sheet/picture_formats.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/kelp-preview/sheet/grey_picture.h"
+#include "pictures/grey_picture.h"
 
 // Files of pictures, made by the formats' own libraries.
 

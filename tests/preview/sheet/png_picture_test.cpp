@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "pictures/picture_formats.h"
 #include "tests/preview/sheet/picture_files.h"
-#include "tools/kelp-preview/sheet/picture_formats.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include <limits>
 #include <sstream>
 
+#include "pictures/picture_formats.h"
 #include "preview/description.h"
 #include "tools/kelp-preview/run_command.h"
-#include "tools/kelp-preview/sheet/picture_formats.h"
 
 namespace {
 
@@ -106,7 +106,7 @@ GreyPicture pictureOfDocument(const std::string& path, unsigned page, const Page
     const DocumentPage document(path, page, whileItRuns, patience);
     // Not ghostscript's own fitting: it turns pages.
     std::string file = document.draw(kDotsPerInch, kLargestPage);
-    const PageSize ownSize = sizeOfPgm(file);
+    const PictureSize ownSize = sizeOfPgm(file);
     const double scale = scaleToFit(ownSize, size);
     if (scale != 1 || file.size() >= kLargestPage) {
         file = document.draw(kDotsPerInch * scale, fileBytes(ownSize, scale));

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "pictures/grey_picture.h"
 #include "preview/bitmap.h"
-#include "tools/kelp-preview/sheet/grey_picture.h"
 #include "tools/kelp-preview/sheet/halftones.h"
 
 struct PrintOptions {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "pictures/picture_formats.h"
 #include "tools/kelp-preview/sheet/document_picture.h"
-#include "tools/kelp-preview/sheet/picture_formats.h"
 #include "tools/kelp-preview/sheet/scale.h"
 
 namespace {

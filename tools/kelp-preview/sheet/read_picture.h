@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "tools/kelp-preview/sheet/grey_picture.h"
+#include "pictures/grey_picture.h"
 #include "tools/kelp-preview/sheet/page_size.h"
 
 struct PictureSource {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/kelp-preview/sheet/picture_formats.h"
+#include "pictures/picture_formats.h"
 
 namespace {
 

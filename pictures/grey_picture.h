@@ -1,5 +1,5 @@
-#ifndef KELP_TOOLS_KELP_PREVIEW_SHEET_GREY_PICTURE_H
-#define KELP_TOOLS_KELP_PREVIEW_SHEET_GREY_PICTURE_H
+#ifndef KELP_PICTURES_GREY_PICTURE_H
+#define KELP_PICTURES_GREY_PICTURE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +12,12 @@ struct GreyPicture {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     std::vector<unsigned char> pixels;  ///< height * width
+};
+
+/// In pixels.
+struct PictureSize {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
 };
 
 /// Says why a picture cannot be used.

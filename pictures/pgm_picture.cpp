@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <limits>
 
-#include "tools/kelp-preview/sheet/picture_formats.h"
+#include "pictures/picture_formats.h"
 
 namespace {
 
@@ -101,7 +101,7 @@ GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels) {
     return picture;
 }
 
-PageSize sizeOfPgm(std::string_view file) {
+PictureSize sizeOfPgm(std::string_view file) {
     PgmReader reader(file);
     const std::uint32_t width = reader.number();
     const std::uint32_t height = reader.number();

@@ -1,11 +1,10 @@
-#ifndef KELP_TOOLS_KELP_PREVIEW_SHEET_PICTURE_FORMATS_H
-#define KELP_TOOLS_KELP_PREVIEW_SHEET_PICTURE_FORMATS_H
+#ifndef KELP_PICTURES_PICTURE_FORMATS_H
+#define KELP_PICTURES_PICTURE_FORMATS_H
 
 #include <cstdint>
 #include <string_view>
 
-#include "tools/kelp-preview/sheet/grey_picture.h"
-#include "tools/kelp-preview/sheet/page_size.h"
+#include "pictures/grey_picture.h"
 
 // The formats of pictures. Each takes a whole file and throws PictureError for one that is broken
 // or has more pixels than allowed, before it allocates them.
@@ -20,6 +19,6 @@ GreyPicture pictureOfJpeg(std::string_view file, std::uint64_t maxPixels);
 GreyPicture pictureOfPgm(std::string_view file, std::uint64_t maxPixels);
 
 /// What the beginning of such a file says.
-PageSize sizeOfPgm(std::string_view file);
+PictureSize sizeOfPgm(std::string_view file);
 
 #endif
