@@ -17,7 +17,9 @@
 #include "filter/log.h"
 #include "filter/memory_checked.h"
 #include "filter/output_file.h"
+#include "filter/page.h"
 #include "filter/page_loop.h"
+#include "filter/published_printer.h"
 #include "filter/settings.h"
 #include "filter/standard_streams.h"
 #include "filter/text.h"
@@ -26,7 +28,6 @@
 
 namespace {
 
-constexpr int kPreambleLineFeeds = 64;
 constexpr double kSmallestPage = 1e-6;  // millimetres, whatever the message says
 
 void printUsage(const char* program) {
@@ -57,15 +58,6 @@ class Input {
 
 struct CloseRaster {
     void operator()(cups_raster_t* raster) const { cupsRasterClose(raster); }
-};
-
-/// Publishes the printer for the time of a job.
-class PublishedPrinter {
-  public:
-    explicit PublishedPrinter(KelpPrinter* printer) { sPrinter = printer; }
-    ~PublishedPrinter() { sPrinter = nullptr; }
-    PublishedPrinter(const PublishedPrinter&) = delete;
-    PublishedPrinter& operator=(const PublishedPrinter&) = delete;
 };
 
 using OwnedRaster = std::unique_ptr<cups_raster_t, CloseRaster>;
@@ -109,9 +101,7 @@ int runJob(const char* options, const Input& input) {
     if (!isPageSizeKnown(settings)) {
         return EXIT_FAILURE;
     }
-    for (int i = 0; i < kPreambleLineFeeds; ++i) {
-        printer->printByte('\n');
-    }
+    startPages(*printer);
     const OwnedRaster raster = openRaster(input.descriptor());
     return printPages(raster.get(), settings, *printer);
 }

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int kPreambleLineFeeds = 64;
+
 float millimetres(unsigned int dots, unsigned int dotsPerInch) {
     return static_cast<float>(static_cast<double>(dots) * kMillimetresPerInch /
                               static_cast<double>(dotsPerInch));
@@ -23,6 +25,12 @@ void configurePrinter(KelpPrinter& printer, const Settings& settings,
 }
 
 }  // namespace
+
+void startPages(KelpPrinter& printer) {
+    for (int i = 0; i < kPreambleLineFeeds; ++i) {
+        printer.printByte('\n');
+    }
+}
 
 void setUpPage(Settings& settings, KelpPrinter& printer, const cups_page_header2_t& header,
                int page) {

@@ -9,6 +9,9 @@
 // One page, in two steps: the commands that set the printer up, then the graphic. Both print
 // through sPrinter, which must be `printer`, and take a header that isPrintablePage() accepts.
 
+/// Sends the line feeds that stand before the first page of a job.
+void startPages(KelpPrinter& printer);
+
 /// Sends the setup block and gives the printer its parameters.
 /// @param settings of the job; the page size is replaced by the header's
 /// @param header borrowed until the page is printed

@@ -12,6 +12,7 @@ struct GreyPicture {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     std::vector<unsigned char> pixels;  ///< height * width
+    std::uint32_t dotsPerInch = 0;      ///< across, to the nearest; 0 where the file does not tell
 };
 
 /// In pixels.

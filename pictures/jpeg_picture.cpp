@@ -77,6 +77,15 @@ bool readRow(Decoder& decoder, unsigned char* row) {
     return true;
 }
 
+std::uint32_t dotsPerInchOf(const jpeg_decompress_struct& info) {
+    constexpr double kCentimetresPerInch = 2.54;
+    if (info.saw_JFIF_marker == 0 || (info.density_unit != 1 && info.density_unit != 2)) {
+        return 0;
+    }
+    const double dots = info.X_density * (info.density_unit == 1 ? 1.0 : kCentimetresPerInch);
+    return static_cast<std::uint32_t>(dots + 0.5);
+}
+
 /// Four inks as programs write them: 255 is none.
 unsigned char greyOfInks(const unsigned char* inks, bool inverted) {
     const auto light = [&](int i) -> unsigned { return inverted ? inks[i] : 255U - inks[i]; };
@@ -103,7 +112,7 @@ GreyPicture pictureOfJpeg(std::string_view file, std::uint64_t maxPixels) {
     const bool inverted = info.saw_Adobe_marker != 0;
     const auto channels = static_cast<std::size_t>(info.output_components);
     std::vector<unsigned char> row(channels * info.output_width);
-    GreyPicture picture{info.output_width, info.output_height, {}};
+    GreyPicture picture{info.output_width, info.output_height, {}, dotsPerInchOf(info)};
     picture.pixels.reserve(std::size_t{picture.width} * picture.height);
     for (std::uint32_t y = 0; y < picture.height; ++y) {
         if (!readRow(decoder, row.data())) {

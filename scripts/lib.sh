@@ -4,7 +4,7 @@
 # What it takes to build; and besides to run scripts/demo, to package, and to run the tests.
 # shellcheck disable=SC2034
 build_packages=(cmake ninja-build g++ pkg-config libcups2-dev cups-ppdc libhwy-dev libpng-dev libjpeg-dev
-    libcairo2-dev libcli11-dev libmicrohttpd-dev nlohmann-json3-dev)
+    libcairo2-dev libcli11-dev libmicrohttpd-dev nlohmann-json3-dev libpappl-dev)
 # shellcheck disable=SC2034
 demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034

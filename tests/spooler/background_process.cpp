@@ -64,9 +64,15 @@ void BackgroundProcess::stop() {
     if (!is_running()) {
         return;
     }
-    kill(process_, SIGTERM);
+    ::kill(process_, SIGTERM);
     if (!wait_until([this] { return !is_running(); }, std::chrono::seconds(20))) {
-        kill(process_, SIGKILL);
+        kill();
+    }
+}
+
+void BackgroundProcess::kill() {
+    if (is_running()) {
+        ::kill(process_, SIGKILL);
         waitpid(process_, nullptr, 0);
         process_ = -1;
     }

@@ -21,6 +21,8 @@ class BackgroundProcess {
     bool is_running();
     // Asks the child to end, and kills it if it does not within some seconds.
     void stop();
+    // Kills it.
+    void kill();
 
   private:
     pid_t process_ = -1;

@@ -2,7 +2,7 @@
 
 cmake_minimum_required(VERSION 3.25)
 
-file(GLOB_RECURSE sources
+file(GLOB_RECURSE sources "${ROOT}/app/*" "${ROOT}/pictures/*"
   "${ROOT}/bench/*" "${ROOT}/drivers/*" "${ROOT}/enhance/*" "${ROOT}/filter/*" "${ROOT}/fuzz/*"
   "${ROOT}/image/*" "${ROOT}/models/*"
   "${ROOT}/printer/*" "${ROOT}/scripts/*" "${ROOT}/tests/*" "${ROOT}/fitter/*"

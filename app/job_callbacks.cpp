@@ -1,0 +1,125 @@
+#include "app/job_callbacks.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/abort_job.h"
+#include "app/choices.h"
+#include "app/delivery.h"
+#include "app/document_file.h"
+#include "app/media.h"
+#include "app/page_job.h"
+
+namespace kelp_app {
+
+namespace {
+
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes) {
+    return deliver(device, bytes) ||
+           abortJob(
+               job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
+               "The printer was lost in the middle of the job; what was sent may have printed.");
+}
+
+PageJob& pagesOf(pappl_job_t* job) {
+    return *static_cast<PageJob*>(papplJobGetData(job));
+}
+
+Settings settingsOfMedia(const kelp_models::Model& model, const kelp_models::JobChoices& choices,
+                         const pappl_media_col_t& media) {
+    const kelp_models::PageSize* size = sizeOfMedia(model, media.size_width, media.size_length);
+    return kelp_models::settingsOf(model, choices, size != nullptr ? size->name : "Custom");
+}
+
+bool startJob(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* /*device*/) {
+    return guarded(job, [&] {
+        pappl_pr_driver_data_t printer;
+        papplPrinterGetDriverData(papplJobGetPrinter(job), &printer);
+        const auto& model = *static_cast<const kelp_models::Model*>(printer.extension);
+        const pappl_media_col_t& media = options->media;
+        const std::unique_ptr<ipp_t, decltype(&ippDelete)> attributes(
+            papplPrinterGetDriverAttributes(papplJobGetPrinter(job)), ippDelete);
+        const Settings settings =
+            settingsOfMedia(model, choicesOf(model, *options, printer, attributes.get()), media);
+        auto pages = std::make_unique<PageJob>(
+            settings, pageOfMedia(model, media.size_width, media.size_length),
+            std::max(options->copies, 1));
+        // The printer makes the copies; the framework would send each page again.
+        options->copies = 1;
+        papplJobSetData(job, pages.release());
+        return true;
+    });
+}
+
+bool startPage(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* /*device*/,
+               unsigned int /*page*/) {
+    return guarded(job, [&] {
+        pagesOf(job).startPage(options->header);
+        return true;
+    });
+}
+
+bool writeRow(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /*device*/,
+              unsigned int y, const unsigned char* row) {
+    pagesOf(job).writeRow(y, row);
+    return true;
+}
+
+bool endPage(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* device,
+             unsigned int /*page*/) {
+    // The rest of a cancelled page is made up.
+    if (papplJobIsCanceled(job)) {
+        return true;
+    }
+    return guarded(job, [&] { return deliverOrAbort(job, device, pagesOf(job).endPage()); });
+}
+
+bool endJob(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /*device*/) {
+    const std::unique_ptr<PageJob> pages(&pagesOf(job));
+    papplJobSetData(job, nullptr);
+    return true;
+}
+
+bool printCommands(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* device) {
+    return guarded(job, [&] {
+        DocumentFile file(papplJobGetFilename(job));
+        for (int copy = 0; copy < std::max(options->copies, 1); ++copy) {
+            file.rewind();
+            for (std::string_view piece = file.next(); !piece.empty(); piece = file.next()) {
+                if (papplJobIsCanceled(job)) {
+                    return true;
+                }
+                if (!deliverOrAbort(job, device, piece)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    });
+}
+
+}  // namespace
+
+const char* recognizeCommands(const unsigned char* header, size_t size, void* /*unused*/) {
+    const std::string_view begin(reinterpret_cast<const char*>(header), size);
+    for (const char* command : {"^XA", "^XX", "~DG", "SIZE "}) {
+        if (begin.starts_with(command)) {
+            return kCommandsFormat;
+        }
+    }
+    return nullptr;
+}
+
+void setJobCallbacks(pappl_pr_driver_data_t& printer) {
+    printer.format = kCommandsFormat;
+    printer.printfile_cb = printCommands;
+    printer.rstartjob_cb = startJob;
+    printer.rstartpage_cb = startPage;
+    printer.rwriteline_cb = writeRow;
+    printer.rendpage_cb = endPage;
+    printer.rendjob_cb = endJob;
+}
+
+}  // namespace kelp_app

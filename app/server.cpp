@@ -1,0 +1,157 @@
+#include "app/server.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/driver.h"
+#include "app/job_callbacks.h"
+#include "app/job_log.h"
+#include "app/picture_filter.h"
+#include "app/state_folder.h"
+
+namespace kelp_app {
+
+namespace {
+
+constexpr const char* kName = "kelp-printer-app";
+constexpr int kMostJobs = 100;    // that wait at a printer
+constexpr int kMostClients = 64;  // at a time
+constexpr std::size_t kMostLogBytes = std::size_t{1} << 20U;
+
+/// The options of the command line.
+class Options {
+  public:
+    Options(int count, cups_option_t* options) : count_(count), options_(options) {}
+    /// Null where it is not given.
+    const char* text(const char* name) const { return cupsGetOption(name, count_, options_); }
+    bool isOn(const char* name) const {
+        const char* value = text(name);
+        return value != nullptr && std::string_view(value) == "yes";
+    }
+
+  private:
+    int count_;
+    cups_option_t* options_;
+};
+
+pappl_system_t* refuse(const std::string& message) {
+    std::fprintf(stderr, "%s: %s\n", kName, message.c_str());
+    return nullptr;
+}
+
+/// -1 for a text that is no port.
+int portOf(const char* text) {
+    if (text == nullptr) {
+        return 0;
+    }
+    int port = 0;
+    const char* end = text + std::strlen(text);
+    const auto [stopped, error] = std::from_chars(text, end, port);
+    return error == std::errc() && stopped == end && port > 0 && port < 65536 ? port : -1;
+}
+
+pappl_loglevel_t levelOf(const char* text) {
+    constexpr const char* kLevels[] = {"debug", "info", "warn", "error", "fatal"};
+    for (int level = PAPPL_LOGLEVEL_DEBUG; text != nullptr && level <= PAPPL_LOGLEVEL_FATAL;
+         ++level) {
+        if (std::strcmp(text, kLevels[level]) == 0) {
+            return static_cast<pappl_loglevel_t>(level);
+        }
+    }
+    return PAPPL_LOGLEVEL_WARN;
+}
+
+/// Empty where there is none.
+std::string firstLineOf(const char* path) {
+    std::string line;
+    std::ifstream file(path);
+    std::getline(file, line);
+    return line;
+}
+
+bool saveState(pappl_system_t* system, void* file) {
+    return papplSystemSaveState(system, static_cast<const char*>(file));
+}
+
+void limitPrinter(pappl_printer_t* printer, void* /*unused*/) {
+    papplPrinterSetMaxActiveJobs(printer, kMostJobs);
+}
+
+}  // namespace
+
+pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /*unused*/) {
+    const Options options(optionCount, givenOptions);
+    const int port = portOf(options.text("server-port"));
+    if (port < 0) {
+        return refuse("The server-port must be a number from 1 to 65535.");
+    }
+    const bool isShared = options.isOn("share");
+    std::string password;
+    if (const char* file = options.text("password-file")) {
+        password = firstLineOf(file);
+        if (password.empty()) {
+            return refuse("The password-file \"" + std::string(file) + "\" holds no password.");
+        }
+    } else if (isShared) {
+        return refuse(
+            "share=yes opens the printers to the network: it needs a password-file=FILE.");
+    }
+
+    static std::filesystem::path folder;  // as long as the server
+    static std::string stateFile;
+    try {
+        folder = stateFolder(options.text("state-directory"));
+    } catch (const std::runtime_error& error) {
+        return refuse(error.what());
+    }
+    stateFile = folder / "printers.state";
+
+    pappl_soptions_t features = PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE;
+    if (isShared) {
+        features |=
+            PAPPL_SOPTIONS_WEB_REMOTE | PAPPL_SOPTIONS_WEB_SECURITY | PAPPL_SOPTIONS_WEB_TLS;
+    }
+    pappl_system_t* system = papplSystemCreate(
+        features, kName, port, "_print,_universal", (folder / "spool").c_str(),
+        options.text("log-file"), levelOf(options.text("log-level")), options.text("auth-service"),
+        /*tls_only=*/false);
+    if (system == nullptr) {
+        return nullptr;
+    }
+    if (const char* group = options.text("admin-group")) {
+        papplSystemSetAdminGroup(system, group);
+    }
+    if (const char* name = options.text("server-hostname")) {
+        papplSystemSetHostName(system, name);
+    }
+    if (!password.empty()) {
+        char hash[256];
+        papplSystemHashPassword(system, nullptr, password.c_str(), hash, sizeof hash);
+        papplSystemSetPassword(system, hash);
+    }
+    papplSystemSetMaxClients(system, kMostClients);
+    papplSystemSetMaxLogSize(system, kMostLogBytes);
+    papplSystemSetMIMECallback(system, recognizeCommands, nullptr);
+    addPictureFilters(system);
+
+    static std::vector<pappl_pr_driver_t> drivers = driverList();
+    papplSystemSetPrinterDrivers(system, static_cast<int>(drivers.size()), drivers.data(),
+                                 recognizeDevice, limitPrinter, describePrinter, nullptr);
+    takeCoreLog();
+    if (!papplSystemAddListeners(system, isShared ? nullptr : "localhost")) {
+        papplSystemDelete(system);
+        return refuse("Unable to listen on the port.");
+    }
+    papplSystemLoadState(system, stateFile.c_str());
+    papplSystemSetSaveCallback(system, saveState, stateFile.data());
+    return system;
+}
+
+}  // namespace kelp_app

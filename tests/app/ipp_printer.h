@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cups/cups.h>
+
+#include <functional>
+#include <string>
+
+namespace kelp_test {
+
+// What IPP tells of a job.
+struct IppJob {
+    int state = 0;
+    std::string reasons;  // separated by ','
+    std::string message;
+};
+
+// A printer of an application, seen by a client.
+class IppPrinter {
+  public:
+    IppPrinter(int port, const std::string& name);
+
+    // Adds job attributes to a request.
+    using Ticket = std::function<void(ipp_t*)>;
+
+    // Sends a document and returns the number of its job. Throws std::runtime_error where it is
+    // refused.
+    int print(const std::string& format, const std::string& document,
+              const Ticket& ticket = {}) const;
+    // Waits for its end.
+    IppJob finished(int job) const;
+    void cancel(int job) const;
+    // An attribute as text, values separated by ','; empty for none.
+    std::string attribute(const std::string& name) const;
+
+  private:
+    using Response = std::unique_ptr<ipp_t, decltype(&ippDelete)>;
+    Response ask(ipp_t* request, const std::string& document = {}) const;
+    ipp_t* request(ipp_op_t operation) const;
+
+    int port_;
+    std::string uri_;
+    std::string resource_;
+};
+
+// Tickets.
+IppPrinter::Ticket media_size(int width, int length);  // hundredths of a millimetre
+IppPrinter::Ticket keyword(const std::string& name, const std::string& value);
+IppPrinter::Ticket integer(const std::string& name, int value);
+IppPrinter::Ticket boolean(const std::string& name, bool value);
+IppPrinter::Ticket all_of(const std::vector<IppPrinter::Ticket>& tickets);
+
+}  // namespace kelp_test
