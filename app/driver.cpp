@@ -93,6 +93,18 @@ void describeVendor(const kelp_models::Model& model, pappl_pr_driver_data_t& pri
     }
 }
 
+/// What IPP Everywhere requires besides and the framework leaves out.
+void describeWhatTheStandardAsks(ipp_t* attributes) {
+    ippAddBoolean(attributes, IPP_TAG_PRINTER, "preferred-attributes-supported", 0);
+    for (const char* name :
+         {"print-rendering-intent-default", "print-rendering-intent-supported"}) {
+        ippAddString(attributes, IPP_TAG_PRINTER, IPP_CONST_TAG(IPP_TAG_KEYWORD), name, nullptr,
+                     "auto");
+    }
+    ippAddString(attributes, IPP_TAG_PRINTER, IPP_CONST_TAG(IPP_TAG_KEYWORD),
+                 "pwg-raster-document-sheet-back", nullptr, "normal");
+}
+
 /// Nothing that the printer prints or does: who asked is in the log.
 void identify(pappl_printer_t* printer, pappl_identify_actions_t /*actions*/, const char* message) {
     papplLogPrinter(printer, PAPPL_LOGLEVEL_INFO, "Identify: %s",
@@ -132,7 +144,8 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
     printer->raster_types = PAPPL_PWG_RASTER_TYPE_BLACK_8 | PAPPL_PWG_RASTER_TYPE_SGRAY_8;
     printer->quality_default = IPP_QUALITY_NORMAL;
     printer->scaling_default = PAPPL_SCALING_AUTO;
-    printer->orient_default = IPP_ORIENT_NONE;
+    // Pictures turn themselves; see picture_filter.
+    printer->orient_default = IPP_ORIENT_PORTRAIT;
     printer->sides_supported = PAPPL_SIDES_ONE_SIDED;
     printer->sides_default = PAPPL_SIDES_ONE_SIDED;
     printer->num_resolution = 1;
@@ -152,6 +165,7 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
 
     describeVendor(*model, *printer);
     *attributes = describeVendorAttributes(*model);
+    describeWhatTheStandardAsks(*attributes);
     return true;
 }
 

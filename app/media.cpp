@@ -51,10 +51,10 @@ std::string labelName(const std::string& size, int width, int length) {
         !std::string_view(standard->pwg).starts_with("custom_")) {
         return standard->pwg;
     }
-    if (size.ends_with("in")) {
-        return "oe_" + size.substr(0, size.size() - 2) + "-label_" + size;
-    }
-    return "om_" + size.substr(0, size.size() - 2) + "-label_" + size;
+    // The standard has no '.' in the name before the measures.
+    std::string measures = size.substr(0, size.size() - 2);
+    std::replace(measures.begin(), measures.end(), '.', '-');
+    return (size.ends_with("in") ? "oe_" : "om_") + measures + "-label_" + size;
 }
 
 std::string customName(const char* prefix, double width, double length) {

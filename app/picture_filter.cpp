@@ -44,6 +44,10 @@ bool printPixels(pappl_job_t* job, pappl_device_t* device, const GreyPicture& pi
     if (!options) {
         throw std::bad_alloc();
     }
+    // A wide picture is turned on a long label, unless the job says how it lies.
+    if (papplJobGetAttribute(job, "orientation-requested") == nullptr) {
+        options->orientation_requested = IPP_ORIENT_NONE;
+    }
     if (!canBePlaced(picture, options->header)) {
         throw FitError("A picture of " + std::to_string(picture.width) + " x " +
                        std::to_string(picture.height) + " pixels cannot be put on the page.");

@@ -114,7 +114,9 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     stateFile = folder / "printers.state";
 
     pappl_soptions_t features = PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE;
-    if (isShared) {
+    if (!isShared) {
+        features |= PAPPL_SOPTIONS_NO_TLS;  // nothing leaves the machine
+    } else {
         features |=
             PAPPL_SOPTIONS_WEB_REMOTE | PAPPL_SOPTIONS_WEB_SECURITY | PAPPL_SOPTIONS_WEB_TLS;
     }

@@ -10,7 +10,7 @@ demo_packages=(cups cups-filters ghostscript)
 # shellcheck disable=SC2034
 package_packages=(dpkg-dev file)
 # shellcheck disable=SC2034
-test_packages=(libgtest-dev libgmock-dev chromium cups-client zbar-tools gettext
+test_packages=(libgtest-dev libgmock-dev chromium cups-client cups-ipp-utils zbar-tools gettext
     "${demo_packages[@]}" "${package_packages[@]}" lintian man-db mandoc groff-base systemd)
 
 # die MESSAGE...: prints the message to standard error and ends the script

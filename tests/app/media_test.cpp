@@ -27,7 +27,7 @@ TEST(Media, HaveTheStandardsNameWhereThereIsOne) {
 }
 
 TEST(Media, HaveANameOfTheirMeasuresElse) {
-    EXPECT_EQ(name_of("kelp-label-4inch", "2.25x1.25in"), "oe_2.25x1.25-label_2.25x1.25in");
+    EXPECT_EQ(name_of("kelp-label-4inch", "2.25x1.25in"), "oe_2-25x1-25-label_2.25x1.25in");
     EXPECT_EQ(name_of("kelp-label-4inch", "57x32mm"), "om_57x32-label_57x32mm");
 }
 

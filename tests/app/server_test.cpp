@@ -111,7 +111,7 @@ TEST_F(AppRunning, ListsTheModels) {
 TEST_F(AppRunning, TellsClientsWhatThePrinterHas) {
     add_printer("label-2inch");
     EXPECT_EQ(printer().attribute("media-supported"),
-              "oe_2x1-label_2x1in,oe_2.25x1.25-label_2.25x1.25in,om_57x32-label_57x32mm,"
+              "oe_2x1-label_2x1in,oe_2-25x1-25-label_2.25x1.25in,om_57x32-label_57x32mm,"
               "om_50x30-label_50x30mm,om_40x30-label_40x30mm,custom_min_9.88x9.88mm,"
               "custom_max_57.15x999.77mm");
     EXPECT_EQ(
