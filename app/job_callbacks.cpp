@@ -6,46 +6,20 @@
 #include <string_view>
 
 #include "app/abort_job.h"
-#include "app/choices.h"
-#include "app/delivery.h"
 #include "app/document_file.h"
-#include "app/media.h"
-#include "app/page_job.h"
+#include "app/job_pages.h"
 
 namespace kelp_app {
 
 namespace {
 
-bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes) {
-    return deliver(device, bytes) ||
-           abortJob(
-               job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
-               "The printer was lost in the middle of the job; what was sent may have printed.");
-}
-
 PageJob& pagesOf(pappl_job_t* job) {
     return *static_cast<PageJob*>(papplJobGetData(job));
 }
 
-Settings settingsOfMedia(const kelp_models::Model& model, const kelp_models::JobChoices& choices,
-                         const pappl_media_col_t& media) {
-    const kelp_models::PageSize* size = sizeOfMedia(model, media.size_width, media.size_length);
-    return kelp_models::settingsOf(model, choices, size != nullptr ? size->name : "Custom");
-}
-
 bool startJob(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* /*device*/) {
     return guarded(job, [&] {
-        pappl_pr_driver_data_t printer;
-        papplPrinterGetDriverData(papplJobGetPrinter(job), &printer);
-        const auto& model = *static_cast<const kelp_models::Model*>(printer.extension);
-        const pappl_media_col_t& media = options->media;
-        const std::unique_ptr<ipp_t, decltype(&ippDelete)> attributes(
-            papplPrinterGetDriverAttributes(papplJobGetPrinter(job)), ippDelete);
-        const Settings settings =
-            settingsOfMedia(model, choicesOf(model, *options, printer, attributes.get()), media);
-        auto pages = std::make_unique<PageJob>(
-            settings, pageOfMedia(model, media.size_width, media.size_length),
-            std::max(options->copies, 1));
+        auto pages = pagesFor(job, *options);
         // The printer makes the copies; the framework would send each page again.
         options->copies = 1;
         papplJobSetData(job, pages.release());

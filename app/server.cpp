@@ -13,6 +13,7 @@
 #include "app/driver.h"
 #include "app/job_callbacks.h"
 #include "app/job_log.h"
+#include "app/pdf_filter.h"
 #include "app/picture_filter.h"
 #include "app/state_folder.h"
 
@@ -142,6 +143,7 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     papplSystemSetMaxLogSize(system, kMostLogBytes);
     papplSystemSetMIMECallback(system, recognizeCommands, nullptr);
     addPictureFilters(system);
+    addPdfFilter(system);
 
     static std::vector<pappl_pr_driver_t> drivers = driverList();
     papplSystemSetPrinterDrivers(system, static_cast<int>(drivers.size()), drivers.data(),

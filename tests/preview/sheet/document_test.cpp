@@ -1,6 +1,6 @@
 // Pages of documents. A document is a program that ghostscript runs.
 
-#include "tools/kelp-preview/sheet/document_picture.h"
+#include "pictures/document_picture.h"
 
 #include <gtest/gtest.h>
 
@@ -94,10 +94,11 @@ TEST_F(Document, IsDrawnInTheSizeOfThePage) {
 
 TEST_F(Document, IsEnlargedOrReducedToFitThePage) {
     write_file(dir / "a.ps", page(bar));
-    // A bar of 7 points at twice the size: 7 * 203 / 72 * 2 = 39.5, 40 dots of 164.
-    EXPECT_EQ(share("a.ps", {"--page", "160x200"}), "24.39");
+    // A bar of 7 points at twice the size: 7 * 203 / 72 * 2 = 39.47, the middles of 39 dots of 164,
+    // as on paper.
+    EXPECT_EQ(share("a.ps", {"--page", "160x200"}), "23.78");
     EXPECT_TRUE(output.ends_with(", each print 164 x 120\n")) << output;
-    // At half the size 9.9, 10 dots of 44.
+    // At half the size 9.87, those of 10 dots of 44.
     EXPECT_EQ(share("a.ps", {"--page", "100x30"}), "22.73");
     EXPECT_TRUE(output.ends_with(", each print 44 x 30\n")) << output;
 }
@@ -223,8 +224,8 @@ TEST_F(Document, ThatNeverEndsIsEnded) {
     for (const char* name : {"loop.ps", "pages.ps"}) {
         int calls = 0;
         try {
-            pictureOfDocument(
-                dir / name, 1, {80, 60}, [&] { ++calls; }, std::chrono::milliseconds(300));
+            pictureOfDocument(dir / name, 1, {80, 60}, [&] { ++calls; },
+                              {.patience = std::chrono::milliseconds(300)});
             ADD_FAILURE() << name;
         } catch (const PictureError& error) {
             EXPECT_STREQ(error.what(), "ghostscript does not come to the end of it");

@@ -13,6 +13,7 @@ namespace {
 
 using kelp_test::jpeg_file;
 using kelp_test::JpegFile;
+using kelp_test::put_number;
 using kelp_test::refusal_by;
 using Samples = std::vector<int>;
 
@@ -128,6 +129,20 @@ TEST(Jpeg, WithoutItsEndIsBroken) {
     const std::string file = jpeg_file(squares({{7}, {8}, {250}, {9}}));
     EXPECT_TRUE(
         refusal_by(pictureOfJpeg, file.substr(0, file.size() - 4)).starts_with("a broken JPEG: "));
+}
+
+// The JFIF marker comes first: its unit at byte 13, the pixels across behind it.
+unsigned resolution_of(char unit, unsigned pixels) {
+    std::string file = jpeg_file({.width = 2, .height = 1, .rows = "ab"});
+    file[13] = unit;
+    put_number(file, 14, 2, pixels);
+    return pictureOfJpeg(file, 100).dotsPerInch;
+}
+
+TEST(Jpeg, TellsItsResolutionInDotsPerInch) {
+    EXPECT_EQ(resolution_of(1, 203), 203U);
+    EXPECT_EQ(resolution_of(2, 80), 203U);  // 203.2
+    EXPECT_EQ(resolution_of(0, 203), 0U);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <png.h>
+#include <zlib.h>
 
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@ namespace {
 
 using kelp_test::png_file;
 using kelp_test::png_that_declares;
+using kelp_test::put_number;
 using kelp_test::PngFile;
 using kelp_test::refusal_by;
 using Levels = std::vector<int>;
@@ -134,6 +136,36 @@ TEST(Png, OfMoreBytesThanTheLibraryCanCountIsRefusedAndNotCalledBroken) {
 TEST(Png, WithoutWidthOrHeightIsRefused) {
     EXPECT_TRUE(refusal_by(pictureOfPng, png_that_declares(0, 4)).starts_with("a broken PNG: "));
     EXPECT_TRUE(refusal_by(pictureOfPng, png_that_declares(4, 0)).starts_with("a broken PNG: "));
+}
+
+// A PNG with a "pHYs" chunk behind its header: so many pixels per unit, 1 for a metre.
+std::string png_with_resolution(std::uint32_t pixels, char unit) {
+    std::string chunk(9 + 12, '\0');
+    put_number(chunk, 0, 4, 9);
+    chunk.replace(4, 4, "pHYs");
+    put_number(chunk, 8, 4, pixels);
+    put_number(chunk, 12, 4, pixels);
+    chunk[16] = unit;
+    put_number(chunk, 17, 4,
+               static_cast<std::uint32_t>(
+                   crc32(0, reinterpret_cast<const unsigned char*>(chunk.data()) + 4, 13)));
+    return png_file({2, 1, 8, PNG_COLOR_TYPE_GRAY, "ab"}).insert(33, chunk);
+}
+
+unsigned resolution_of(const std::string& file) {
+    return pictureOfPng(file, 100).dotsPerInch;
+}
+
+TEST(Png, TellsItsResolutionInDotsPerInch) {
+    EXPECT_EQ(resolution_of(png_with_resolution(7992, 1)), 203U);  // 202.997
+    EXPECT_EQ(resolution_of(png_with_resolution(2835, 1)), 72U);   // 72.009
+    EXPECT_EQ(resolution_of(png_with_resolution(1, 1)), 0U);
+}
+
+TEST(Png, HasNoResolutionWhereItTellsNone) {
+    EXPECT_EQ(resolution_of(png_file({2, 1, 8, PNG_COLOR_TYPE_GRAY, "ab"})), 0U);
+    EXPECT_EQ(resolution_of(png_with_resolution(7992, 0)), 0U);
+    EXPECT_EQ(resolution_of(png_with_resolution(0xFFFFFFFF, 1)), 0U);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 
 #include "preview/whole_file.h"
 #include "tools/kelp-preview/progress.h"
-#include "tools/kelp-preview/run_command.h"
+#include "pictures/run_command.h"
 #include "tools/kelp-preview/show/show_labels.h"
 
 namespace {

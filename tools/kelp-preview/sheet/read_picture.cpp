@@ -8,8 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "pictures/document_picture.h"
 #include "pictures/picture_formats.h"
-#include "tools/kelp-preview/sheet/document_picture.h"
 #include "tools/kelp-preview/sheet/scale.h"
 
 namespace {
@@ -57,7 +57,8 @@ bool isDocument(std::string_view file) {
 
 GreyPicture readDocument(const PictureSource& source, const std::function<void()>& whileItWaits) {
     checkPictureSize(source.fit.width, source.fit.height, source.maxPixels);
-    return pictureOfDocument(source.path, source.page, source.fit, whileItWaits);
+    return pictureOfDocument(source.path, source.page, {source.fit.width, source.fit.height},
+                             whileItWaits);
 }
 
 GreyPicture fittedPicture(const GreyPicture& picture, const PictureSource& source) {

@@ -1,5 +1,5 @@
-#ifndef KELP_TOOLS_KELP_PREVIEW_RUN_COMMAND_H
-#define KELP_TOOLS_KELP_PREVIEW_RUN_COMMAND_H
+#ifndef KELP_PICTURES_RUN_COMMAND_H
+#define KELP_PICTURES_RUN_COMMAND_H
 
 #include <cstdint>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "tools/kelp-preview/run_command.h"
+#include "pictures/run_command.h"
 
 #include <fcntl.h>
 #include <poll.h>

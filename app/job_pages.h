@@ -1,0 +1,23 @@
+#ifndef KELP_APP_JOB_PAGES_H
+#define KELP_APP_JOB_PAGES_H
+
+#include <pappl/pappl.h>
+
+#include <memory>
+#include <string_view>
+
+#include "app/page_job.h"
+
+namespace kelp_app {
+
+/// The pages of a job, with what it and its printer ask for. Throws FitError for media that the
+/// printer does not take.
+std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& options);
+
+/// Sends bytes to the job's printer; where it does not take them all, the job is aborted, and the
+/// result is false.
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes);
+
+}  // namespace kelp_app
+
+#endif

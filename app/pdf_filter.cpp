@@ -1,0 +1,113 @@
+#include "app/pdf_filter.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "app/abort_job.h"
+#include "app/job_callbacks.h"
+#include "app/job_pages.h"
+#include "pictures/document_picture.h"
+
+namespace kelp_app {
+
+namespace {
+
+constexpr unsigned int kMostPages = 500;
+constexpr DocumentLimits kLimits = {std::chrono::minutes(1), std::uint64_t{1} << 30U};
+
+struct Canceled {};
+
+using Options = std::unique_ptr<pappl_pr_options_t, decltype(&papplJobDeletePrintOptions)>;
+
+Options optionsFor(pappl_job_t* job, unsigned int pages) {
+    Options options(papplJobCreatePrintOptions(job, pages, false), papplJobDeletePrintOptions);
+    if (!options) {
+        throw std::bad_alloc();
+    }
+    return options;
+}
+
+unsigned int countPages(pappl_job_t* job, const std::function<void()>& whileItRuns) {
+    const unsigned int pages = pagesOfPdf(papplJobGetFilename(job), whileItRuns, kLimits);
+    if (pages == 0) {
+        throw PictureError("a broken PDF: ghostscript finds no page in it");
+    }
+    if (pages > kMostPages) {
+        throw PictureError("a PDF of " + std::to_string(pages) + " pages is over the limit of " +
+                           std::to_string(kMostPages));
+    }
+    return pages;
+}
+
+/// Puts a picture that is not larger in the middle of a white page.
+void writeCentred(const GreyPicture& picture, const cups_page_header2_t& page, PageJob& pages) {
+    constexpr unsigned char kWhite = 255;
+    const unsigned int left = (page.cupsWidth - picture.width) / 2;
+    const unsigned int top = (page.cupsHeight - picture.height) / 2;
+    const std::vector<unsigned char> white(page.cupsBytesPerLine, kWhite);
+    std::vector<unsigned char> row = white;
+    for (unsigned int y = 0; y < page.cupsHeight; ++y) {
+        if (y < top || y - top >= picture.height) {
+            pages.writeRow(y, white.data());
+            continue;
+        }
+        std::memcpy(row.data() + left, &picture.pixels[std::size_t{y - top} * picture.width],
+                    picture.width);
+        pages.writeRow(y, row.data());
+    }
+}
+
+bool printPages(pappl_job_t* job, pappl_device_t* device,
+                const std::function<void()>& whileItRuns) {
+    const unsigned int count = countPages(job, whileItRuns);
+    papplJobSetImpressions(job, static_cast<int>(count));
+    const Options options = optionsFor(job, count);
+    const cups_page_header2_t& header = options->header;
+    const std::unique_ptr<PageJob> pages = pagesFor(job, *options);
+    for (unsigned int page = options->first_page; page <= std::min(options->last_page, count);
+         ++page) {
+        const GreyPicture picture =
+            pictureOfDocument(papplJobGetFilename(job), page, {header.cupsWidth, header.cupsHeight},
+                              whileItRuns, kLimits);
+        pages->startPage(header);
+        writeCentred(picture, header, *pages);
+        whileItRuns();
+        if (!deliverOrAbort(job, device, pages->endPage())) {
+            return false;
+        }
+        papplJobSetImpressionsCompleted(job, 1);
+    }
+    return true;
+}
+
+bool printPdf(pappl_job_t* job, pappl_device_t* device, void* /*unused*/) {
+    return guarded(job, [&] {
+        try {
+            return printPages(job, device, [job] {
+                if (papplJobIsCanceled(job)) {
+                    throw Canceled();
+                }
+            });
+        } catch (const Canceled&) {
+            return true;
+        } catch (const PictureError& error) {
+            return abortJob(job, PAPPL_JREASON_DOCUMENT_FORMAT_ERROR, error.what());
+        } catch (const std::runtime_error& error) {
+            return abortJob(job, PAPPL_JREASON_ABORTED_BY_SYSTEM, error.what());
+        }
+    });
+}
+
+}  // namespace
+
+void addPdfFilter(pappl_system_t* system) {
+    papplSystemAddMIMEFilter(system, "application/pdf", kCommandsFormat, printPdf, nullptr);
+}
+
+}  // namespace kelp_app

@@ -1,0 +1,114 @@
+// Pictures and PDF documents: the same dots as a raster of them.
+
+#include <gtest/gtest.h>
+
+#include "tests/app/app_test.h"
+#include "tests/app/filter_bytes.h"
+#include "tests/preview/sheet/picture_files.h"
+#include "tests/spooler/documents.h"
+#include "tests/support/files.h"
+
+namespace kelp_test {
+namespace {
+
+class AppDocuments : public AppTest {
+  protected:
+    std::string document(Format format, const Sheet& sheet, const std::string& postscript,
+                         int dots_per_inch = 203) {
+        const std::filesystem::path file = application.file("document");
+        make_document(file, format, sheet, postscript, dots_per_inch);
+        return read_file(file);
+    }
+    IppJob aborted(const std::string& format, const std::string& bytes) {
+        const int number = printer().print(format, bytes);
+        const IppJob job = printer().finished(number);
+        EXPECT_EQ(job.state, IPP_JSTATE_ABORTED) << job.reasons << "\n" << job.message;
+        return job;
+    }
+};
+
+constexpr Sheet kLabel{288, 432};
+
+TEST_F(AppDocuments, APictureWithTheLabelsResolutionIsPrintedDotForDot) {
+    add_printer("label-4inch");
+    const std::string sent =
+        printed("image/png", document(Format::png, kLabel, asymmetric_picture(kLabel)));
+    // 812 x 1218 dots: the block of 36 points is 101.5 wide and high, at 203 dots to 72.
+    EXPECT_NE(sent.find("~DGR:CUPS.GRF,124236,102,\n"), std::string::npos);
+    // The first row begins with black: 102 dots are 25 digits of F and half a C.
+    EXPECT_NE(sent.find(",102,\ngKFC"), std::string::npos) << sent.substr(0, 400);
+}
+
+TEST_F(AppDocuments, ThePartsOfAPdfAreAsWideAsTheyAreDrawn) {
+    add_printer("label-4inch");
+    // At 203 dots to 72 points: from 57.2 to 60.8, and from 65.7 to 69.2. A dot is painted where
+    // its middle is.
+    const std::string bars = "0 setgray 20.3 0 1.25 432 rectfill 23.3 0 1.25 432 rectfill showpage";
+    Page page;
+    page.width = 812;
+    page.height = 1218;
+    page.color_space = CUPS_CSPACE_SW;
+    std::string row(page.width, '\xFF');
+    row.replace(57, 4, 4, '\0').replace(66, 3, 3, '\0');
+    for (unsigned y = 0; y < page.height; ++y) {
+        page.pixels += row;
+    }
+    EXPECT_EQ(printed("application/pdf", document(Format::pdf, kLabel, bars)),
+              filter_bytes("label-4inch", {page}));
+}
+
+TEST_F(AppDocuments, APdfOfManyPagesComesPageByPage) {
+    add_printer("label-4inch");
+    const std::string pdf = document(Format::pdf, kLabel, numbered_pages(5));
+    const std::string all = printed("application/pdf", pdf);
+    std::size_t labels = 0;
+    for (std::size_t at = all.find("~DG"); at != std::string::npos; at = all.find("~DG", at + 1)) {
+        ++labels;
+    }
+    EXPECT_EQ(labels, 5U);
+    const std::string some = printed("application/pdf", pdf, [](ipp_t* job) {
+        ippAddRange(job, IPP_TAG_JOB, "page-ranges", 2, 3);
+    });
+    const std::string preamble(64, '\n');
+    EXPECT_TRUE(some.starts_with(preamble));
+    EXPECT_NE(all.find(some.substr(preamble.size())), std::string::npos);
+}
+
+TEST_F(AppDocuments, APdfOfAnotherSizeIsFittedIntoTheMiddle) {
+    add_printer("label-4inch");
+    // Twice the size, drawn at half the resolution: the same dots as the small one.
+    const std::string large = "2 2 scale " + asymmetric_picture(kLabel);
+    EXPECT_EQ(
+        printed("application/pdf", document(Format::pdf, {576, 864}, large)),
+        printed("application/pdf", document(Format::pdf, kLabel, asymmetric_picture(kLabel))));
+}
+
+TEST_F(AppDocuments, ABrokenPdfTellsThatItIs) {
+    add_printer("label-4inch");
+    const IppJob broken = aborted("application/pdf", "%PDF-1.7\nand no more");
+    EXPECT_NE(broken.message.find("a broken PDF: ghostscript finds no page in it"),
+              std::string::npos)
+        << broken.message;
+    EXPECT_NE(broken.reasons.find("document-format-error"), std::string::npos) << broken.reasons;
+}
+
+TEST_F(AppDocuments, AJpegIsPrinted) {
+    add_printer("stencil-a5");
+    const std::string drawing = asymmetric_picture({420, 595});
+    const std::string sent = printed("image/jpeg", document(Format::jpeg, {420, 595}, drawing),
+                                     media_size(14800, 21000));
+    EXPECT_NE(sent.find("~DGR:CUPS.GRF,"), std::string::npos);
+    EXPECT_GT(sent.size(), 5'000U);
+}
+
+TEST_F(AppDocuments, APictureThatIsTooLongIsRefused) {
+    add_printer("label-4inch");
+    const IppJob job = aborted(
+        "image/png", png_file({.width = 16'000, .height = 1, .rows = std::string(16'000, 'x')}));
+    EXPECT_NE(job.message.find("A picture of 16000 x 1 pixels cannot be put on the page."),
+              std::string::npos)
+        << job.message;
+}
+
+}  // namespace
+}  // namespace kelp_test
