@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
+#include "app/units.h"
 #include "app/vendor_attributes.h"
 
 namespace kelp_app {
 
 namespace {
 
-constexpr int kHundredthsPerInch = 2540;
 constexpr int kWholeDarkness = 100;  // per cent
 constexpr int kDarkest = 30;         // steps of the print head
 

@@ -51,7 +51,7 @@ bool endPage(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* 
 }
 
 bool endJob(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /*device*/) {
-    const std::unique_ptr<PageJob> pages(&pagesOf(job));
+    std::unique_ptr<PageJob>(&pagesOf(job)).reset();
     papplJobSetData(job, nullptr);
     return true;
 }

@@ -1,6 +1,7 @@
 #include "app/job_pages.h"
 
 #include <algorithm>
+#include <new>
 
 #include "app/abort_job.h"
 #include "app/choices.h"
@@ -18,6 +19,14 @@ Settings settingsOfMedia(const kelp_models::Model& model, const kelp_models::Job
 }
 
 }  // namespace
+
+JobOptions optionsFor(pappl_job_t* job, unsigned int pages) {
+    JobOptions options(papplJobCreatePrintOptions(job, pages, false), papplJobDeletePrintOptions);
+    if (!options) {
+        throw std::bad_alloc();
+    }
+    return options;
+}
 
 std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& options) {
     pappl_pr_driver_data_t printer;

@@ -10,6 +10,12 @@
 
 namespace kelp_app {
 
+using JobOptions = std::unique_ptr<pappl_pr_options_t, decltype(&papplJobDeletePrintOptions)>;
+
+/// What a job asks for, with the printer's defaults. Throws std::bad_alloc.
+/// @param pages of its document
+JobOptions optionsFor(pappl_job_t* job, unsigned int pages);
+
 /// The pages of a job, with what it and its printer ask for. Throws FitError for media that the
 /// printer does not take.
 std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& options);

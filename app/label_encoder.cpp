@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <mutex>
 #include <new>
+#include <utility>
 
 #include "filter/page.h"
 #include "filter/published_printer.h"
@@ -36,9 +37,7 @@ class MemoryStream {
     /// What was written; ends the stream.
     std::string take() {
         const bool isWhole = std::ferror(stream_) == 0;
-        std::FILE* stream = stream_;
-        stream_ = nullptr;
-        if (std::fclose(stream) != 0 || !isWhole) {
+        if (std::fclose(std::exchange(stream_, nullptr)) != 0 || !isWhole) {
             throw std::bad_alloc();
         }
         return {bytes_, size_};

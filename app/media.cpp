@@ -8,13 +8,13 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "app/units.h"
 #include "models/page.h"
 
 namespace kelp_app {
 
 namespace {
 
-constexpr int kHundredthsPerInch = 2540;
 constexpr int kHundredthsPerMillimetre = 100;
 constexpr double kPointsPerInch = 72.0;
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -22,16 +21,6 @@ constexpr unsigned int kMostPages = 500;
 constexpr DocumentLimits kLimits = {std::chrono::minutes(1), std::uint64_t{1} << 30U};
 
 struct Canceled {};
-
-using Options = std::unique_ptr<pappl_pr_options_t, decltype(&papplJobDeletePrintOptions)>;
-
-Options optionsFor(pappl_job_t* job, unsigned int pages) {
-    Options options(papplJobCreatePrintOptions(job, pages, false), papplJobDeletePrintOptions);
-    if (!options) {
-        throw std::bad_alloc();
-    }
-    return options;
-}
 
 unsigned int countPages(pappl_job_t* job, const std::function<void()>& whileItRuns) {
     const unsigned int pages = pagesOfPdf(papplJobGetFilename(job), whileItRuns, kLimits);
@@ -67,7 +56,7 @@ bool printPages(pappl_job_t* job, pappl_device_t* device,
                 const std::function<void()>& whileItRuns) {
     const unsigned int count = countPages(job, whileItRuns);
     papplJobSetImpressions(job, static_cast<int>(count));
-    const Options options = optionsFor(job, count);
+    const JobOptions options = optionsFor(job, count);
     const cups_page_header2_t& header = options->header;
     const std::unique_ptr<PageJob> pages = pagesFor(job, *options);
     for (unsigned int page = options->first_page; page <= std::min(options->last_page, count);

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <memory>
-#include <new>
 #include <string>
 #include <string_view>
 
 #include "app/abort_job.h"
 #include "app/document_file.h"
 #include "app/job_callbacks.h"
+#include "app/job_pages.h"
 #include "pictures/picture_formats.h"
 
 namespace kelp_app {
@@ -39,11 +38,7 @@ int resolutionOf(const GreyPicture& picture) {
 
 bool printPixels(pappl_job_t* job, pappl_device_t* device, const GreyPicture& picture,
                  bool isPhoto) {
-    const std::unique_ptr<pappl_pr_options_t, decltype(&papplJobDeletePrintOptions)> options(
-        papplJobCreatePrintOptions(job, 1, false), papplJobDeletePrintOptions);
-    if (!options) {
-        throw std::bad_alloc();
-    }
+    const JobOptions options = optionsFor(job, 1);
     // A wide picture is turned on a long label, unless the job says how it lies.
     if (papplJobGetAttribute(job, "orientation-requested") == nullptr) {
         options->orientation_requested = IPP_ORIENT_NONE;

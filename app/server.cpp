@@ -15,21 +15,21 @@
 #include "app/job_log.h"
 #include "app/pdf_filter.h"
 #include "app/picture_filter.h"
+#include "app/program_name.h"
 #include "app/state_folder.h"
 
 namespace kelp_app {
 
 namespace {
 
-constexpr const char* kName = "kelp-printer-app";
 constexpr int kMostJobs = 100;    // that wait at a printer
 constexpr int kMostClients = 64;  // at a time
 constexpr std::size_t kMostLogBytes = std::size_t{1} << 20U;
 
 /// The options of the command line.
-class Options {
+class ServerOptions {
   public:
-    Options(int count, cups_option_t* options) : count_(count), options_(options) {}
+    ServerOptions(int count, cups_option_t* options) : count_(count), options_(options) {}
     /// Null where it is not given.
     const char* text(const char* name) const { return cupsGetOption(name, count_, options_); }
     bool isOn(const char* name) const {
@@ -43,7 +43,7 @@ class Options {
 };
 
 pappl_system_t* refuse(const std::string& message) {
-    std::fprintf(stderr, "%s: %s\n", kName, message.c_str());
+    std::fprintf(stderr, "%s: %s\n", kProgramName, message.c_str());
     return nullptr;
 }
 
@@ -88,7 +88,7 @@ void limitPrinter(pappl_printer_t* printer, void* /*unused*/) {
 }  // namespace
 
 pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /*unused*/) {
-    const Options options(optionCount, givenOptions);
+    const ServerOptions options(optionCount, givenOptions);
     const int port = portOf(options.text("server-port"));
     if (port < 0) {
         return refuse("The server-port must be a number from 1 to 65535.");
@@ -122,7 +122,7 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
             PAPPL_SOPTIONS_WEB_REMOTE | PAPPL_SOPTIONS_WEB_SECURITY | PAPPL_SOPTIONS_WEB_TLS;
     }
     pappl_system_t* system = papplSystemCreate(
-        features, kName, port, "_print,_universal", (folder / "spool").c_str(),
+        features, kProgramName, port, "_print,_universal", (folder / "spool").c_str(),
         options.text("log-file"), levelOf(options.text("log-level")), options.text("auth-service"),
         /*tls_only=*/false);
     if (system == nullptr) {

@@ -9,29 +9,29 @@
 #include <stdexcept>
 #include <string>
 
+#include "app/program_name.h"
+
 namespace kelp_app {
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kName = "kelp-printer-app";
-
 fs::path usualFolder() {
     if (const char* ofService = std::getenv("STATE_DIRECTORY")) {
         return ofService;
     }
     if (geteuid() == 0) {
-        return fs::path("/var/lib") / kName;
+        return fs::path("/var/lib") / kProgramName;
     }
     if (const char* state = std::getenv("XDG_STATE_HOME")) {
-        return fs::path(state) / kName;
+        return fs::path(state) / kProgramName;
     }
     const char* home = std::getenv("HOME");
     if (home == nullptr) {
         throw std::runtime_error("There is no home folder: name a state-directory.");
     }
-    return fs::path(home) / ".local/state" / kName;
+    return fs::path(home) / ".local/state" / kProgramName;
 }
 
 }  // namespace

@@ -24,9 +24,13 @@ struct ClosePpd {
 };
 using OwnedPpd = std::unique_ptr<ppd_file_t, ClosePpd>;
 
+[[noreturn]] void refuse(const std::string& what) {
+    throw std::runtime_error(what);
+}
+
 void require(bool condition, const std::string& what) {
     if (!condition) {
-        throw std::runtime_error(what);
+        refuse(what);
     }
 }
 
@@ -43,9 +47,11 @@ OwnedPpd openPpd(const std::string& path, const std::string& language) {
 
 std::string attribute(ppd_file_t* ppd, const char* name) {
     const ppd_attr_t* found = ppdFindAttr(ppd, name, nullptr);
-    require(found != nullptr && found->value != nullptr && *found->value != '\0',
-            std::string("no ") + name);
-    return found->value;
+    const char* value = found != nullptr ? found->value : nullptr;
+    if (value == nullptr || *value == '\0') {
+        refuse(std::string("no ") + name);
+    }
+    return value;
 }
 
 unsigned int wholePoints(float points, const std::string& what) {
@@ -82,7 +88,9 @@ void readSizes(ppd_file_t* ppd, Model& model) {
         }
         const ppd_size_t* size = ppdPageSize(ppd, choice.choice);
         const std::string name = choice.choice;
-        require(size != nullptr, "no PaperDimension of " + name);
+        if (size == nullptr) {
+            refuse("no PaperDimension of " + name);
+        }
         require(size->left == 0.0F && size->bottom == 0.0F && size->right == size->width &&
                     size->top == size->length,
                 name + " has margins");
