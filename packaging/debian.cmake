@@ -88,6 +88,8 @@ is needed.")
 
 set(CPACK_DEBIAN_APP_PACKAGE_NAME kelp-printer-app)
 set(CPACK_DEBIAN_APP_PACKAGE_SECTION text)
+# PDF documents are drawn by it; everything else prints without.
+set(CPACK_DEBIAN_APP_PACKAGE_RECOMMENDS ghostscript)
 # To be found by those who print from other machines.
 set(CPACK_DEBIAN_APP_PACKAGE_SUGGESTS "avahi-daemon, ${KELP_PACKAGE}")
 set(CPACK_DEBIAN_APP_PACKAGE_CONTROL_EXTRA
