@@ -33,20 +33,29 @@ wait_for() {
 }
 
 echo "== the package"
-cmake --build "$build" --target packaging rastertokelp rastertokelpraster kelp-preview >/dev/null
+cmake --build "$build" --target packaging rastertokelp rastertokelpraster kelp-preview \
+    kelp-printer-app >/dev/null
 cpack -G DEB --config "$build/CPackConfig.cmake" -B "$scratch/cpack" >"$scratch/log" 2>&1 ||
     fail "cpack"
 deb=$(echo "$scratch"/cpack/printer-driver-kelp_*.deb)
 preview=$(echo "$scratch"/cpack/kelp-preview_*.deb)
+app=$(echo "$scratch"/cpack/kelp-printer-app_*.deb)
 version=$(dpkg-deb -f "$deb" Version)
 [[ ${deb##*/} == "printer-driver-kelp_$version"_$(dpkg-deb -f "$deb" Architecture).deb ]] ||
     fail "the name $deb"
 chmod -R a+rX "$scratch/cpack"
 [[ $(dpkg-deb -f "$preview" Version) == "$version" ]] || fail "the version of $preview"
-lintian --allow-root --fail-on error,warning "$deb" "$preview" || fail "lintian"
+[[ $(dpkg-deb -f "$app" Version) == "$version" ]] || fail "the version of $app"
+lintian --allow-root --fail-on error,warning "$deb" "$preview" "$app" || fail "lintian"
 for name in libcairo2 libjpeg62-turbo libpng16-16; do
     [[ ", $(dpkg-deb -f "$preview" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
     [[ ", $(dpkg-deb -f "$deb" Depends)" != *", $name"[\ ,]* ]] || fail "the driver wants $name"
+done
+for name in libpappl1 libcups2 libc6 libpng16-16 libjpeg62-turbo; do
+    [[ ", $(dpkg-deb -f "$app" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
+done
+for name in cups ghostscript printer-driver-kelp libcairo2; do
+    [[ ", $(dpkg-deb -f "$app" Depends)," != *", $name"[\ ,]* ]] || fail "the application wants $name"
 done
 for name in libcups2 libc6 cups cups-filters ghostscript; do
     [[ ", $(dpkg-deb -f "$deb" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
@@ -54,13 +63,14 @@ done
 [[ $(dpkg-deb -I "$deb") != *conffiles* ]] || fail "conffiles"
 dpkg-deb -c "$deb" >"$scratch/contents"
 dpkg-deb -c "$preview" >"$scratch/preview"
+dpkg-deb -c "$app" >"$scratch/app"
 while read -r mode owner _ _ _ path; do
     [[ $owner == root/root ]] || fail "owner $owner of $path"
     case $path in
         */ | ./usr/lib/cups/filter/* | ./usr/bin/*) [[ $mode == ?rwxr-xr-x ]] || fail "mode $mode of $path" ;;
         *) [[ $mode == -rw-r--r-- ]] || fail "mode $mode of $path" ;;
     esac
-done < <(cat "$scratch/contents" "$scratch/preview")
+done < <(cat "$scratch/contents" "$scratch/preview" "$scratch/app")
 models=(label-2inch label-3inch label-4inch stencil-a4 stencil-a5)
 docs=usr/share/doc/printer-driver-kelp
 for path in usr/lib/cups/filter/rastertokelp usr/lib/cups/filter/rastertokelpraster \
@@ -76,9 +86,13 @@ for path in usr/bin/kelp-preview usr/share/man/man1/kelp-preview.1.gz \
     usr/share/doc/kelp-preview/changelog.Debian.gz; do
     grep -q " \./$path" "$scratch/preview" || fail "not in the package: $path"
 done
-[[ $(comm -12 <(grep -v '/$' "$scratch/contents" | awk '{print $6}' | sort) \
-    <(grep -v '/$' "$scratch/preview" | awk '{print $6}' | sort)) == "" ]] ||
-    fail "a file is in both packages"
+unit=usr/lib/systemd/system/kelp-printer-app.service
+for path in usr/bin/kelp-printer-app "$unit" usr/share/man/man8/kelp-printer-app.8.gz \
+    usr/share/doc/kelp-printer-app/copyright usr/share/doc/kelp-printer-app/changelog.Debian.gz; do
+    grep -q " \./$path" "$scratch/app" || fail "not in the package: $path"
+done
+[[ $(cat "$scratch/contents" "$scratch/preview" "$scratch/app" | grep -v '/$' |
+    awk '{print $6}' | sort | uniq -d) == "" ]] || fail "a file is in two packages"
 
 echo "== an older version, and this one over it"
 root=$scratch/root
@@ -95,7 +109,7 @@ echo old >"$scratch/older/usr/share/ppd/kelp/of-the-older-version"
 dpkg-deb --root-owner-group -b "$scratch/older" "$scratch/older.deb" >/dev/null
 scratch_dpkg -i "$scratch/older.deb"
 [[ -e $root/usr/share/ppd/kelp/of-the-older-version ]] || fail "the older version"
-scratch_dpkg -i "$deb" "$preview"
+scratch_dpkg -i "$deb" "$preview" "$app"
 [[ ! -e $root/usr/share/ppd/kelp/of-the-older-version ]] || fail "the older version's file stays"
 
 echo "== the installed drivers, with the filters they name"
@@ -108,6 +122,25 @@ done
 
 echo "== the installed preview"
 [[ $("$root/usr/bin/kelp-preview" --version) == "kelp-preview ${version%-*}" ]] || fail "its version"
+
+echo "== the installed application"
+[[ $("$root/usr/bin/kelp-printer-app" --version) == "${version%-*}" ]] || fail "its version"
+enabled=$root/etc/systemd/system/multi-user.target.wants/kelp-printer-app.service
+[[ -L $enabled ]] || fail "the service is not enabled"
+# with the program where it lies here
+mkdir "$scratch/unit"
+sed "s,^ExecStart=,&$root," "$root/$unit" >"$scratch/unit/kelp-printer-app.service"
+systemd-analyze verify --man=no "$scratch/unit/kelp-printer-app.service" >"$scratch/log" 2>&1 ||
+    fail "systemd-analyze verify"
+[[ ! -s $scratch/log ]] || fail "systemd-analyze verify"
+# in tenths; without what it is made of, network and USB, it cannot be much less
+systemd-analyze security --offline=true --no-pager --threshold=15 \
+    "$scratch/unit/kelp-printer-app.service" >"$scratch/log" || fail "systemd-analyze security"
+
+echo "== what an administrator disabled stays so"
+rm "$enabled"
+scratch_dpkg -i "$app"
+[[ ! -L $enabled ]] || fail "an upgrade enables the service"
 
 echo "== the queues that an upgrade updates"
 # the spooler's package reads the file, and compares models and nicknames by what is in it
@@ -206,9 +239,14 @@ echo "== gone"
 touch "$root"/var/spool/cups/tmp/{origin_1,dithered_1,foreign}.bmp "$root"/var/spool/cups/tmp/kelp-1.bin
 mkdir -p "$root/tmp"
 touch "$root/tmp/xxxxx.log"
-scratch_dpkg -r printer-driver-kelp kelp-preview
+mkdir -p "$root"/var/lib/private/kelp-printer-app/spool
+touch "$root"/var/lib/private/kelp-printer-app/{printers.state,spool/1.png}
+ln -s private/kelp-printer-app "$root/var/lib/kelp-printer-app"
+scratch_dpkg -r printer-driver-kelp kelp-preview kelp-printer-app
+[[ -e $root/var/lib/kelp-printer-app/printers.state ]] || fail "a removal takes the printers"
 [[ -e $root/var/spool/cups/tmp/kelp-1.bin ]] || fail "a removal takes recordings"
-scratch_dpkg -P printer-driver-kelp kelp-preview
+scratch_dpkg -P printer-driver-kelp kelp-preview kelp-printer-app
+[[ ! -e $root/var/lib/private/kelp-printer-app ]] || fail "a purge leaves the printers"
 left=$(find "$root" -path "$root/var/lib/dpkg" -prune -o ! -type d -print)
 [[ $left == "$root/var/spool/cups/tmp/foreign.bmp" ]] || fail "left behind: $left"
 [[ ! -d $root/usr/share/ppd/kelp ]] || fail "a folder is left behind"
