@@ -17,6 +17,7 @@
 #include "app/picture_filter.h"
 #include "app/program_name.h"
 #include "app/state_folder.h"
+#include "filter/version.h"
 
 namespace kelp_app {
 
@@ -24,6 +25,7 @@ namespace {
 
 constexpr int kMostJobs = 100;    // that wait at a printer
 constexpr int kMostClients = 64;  // at a time
+constexpr int kSecondsUnsaved = 1;
 constexpr std::size_t kMostLogBytes = std::size_t{1} << 20U;
 
 /// The options of the command line.
@@ -77,6 +79,11 @@ std::string firstLineOf(const char* path) {
     return line;
 }
 
+/// The framework saves what has changed whenever it wakes, else after half a minute.
+bool stayAwake(pappl_system_t* /*system*/, void* /*unused*/) {
+    return true;
+}
+
 bool saveState(pappl_system_t* system, void* file) {
     return papplSystemSaveState(system, static_cast<const char*>(file));
 }
@@ -128,17 +135,11 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     if (system == nullptr) {
         return nullptr;
     }
-    if (const char* group = options.text("admin-group")) {
-        papplSystemSetAdminGroup(system, group);
-    }
     if (const char* name = options.text("server-hostname")) {
         papplSystemSetHostName(system, name);
     }
-    if (!password.empty()) {
-        char hash[256];
-        papplSystemHashPassword(system, nullptr, password.c_str(), hash, sizeof hash);
-        papplSystemSetPassword(system, hash);
-    }
+    // The framework takes no page without one.
+    papplSystemSetFooterHTML(system, "Kelp " KELP_VERSION);
     papplSystemSetMaxClients(system, kMostClients);
     papplSystemSetMaxLogSize(system, kMostLogBytes);
     papplSystemSetMIMECallback(system, recognizeCommands, nullptr);
@@ -154,7 +155,17 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
         return refuse("Unable to listen on the port.");
     }
     papplSystemLoadState(system, stateFile.c_str());
+    // What the command line says goes before what was saved.
+    if (const char* group = options.text("admin-group")) {
+        papplSystemSetAdminGroup(system, group);
+    }
+    if (!password.empty()) {
+        char hash[256];
+        papplSystemHashPassword(system, nullptr, password.c_str(), hash, sizeof hash);
+        papplSystemSetPassword(system, hash);
+    }
     papplSystemSetSaveCallback(system, saveState, stateFile.data());
+    papplSystemAddTimerCallback(system, 0, kSecondsUnsaved, stayAwake, nullptr);
     return system;
 }
 

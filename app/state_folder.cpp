@@ -19,7 +19,10 @@ namespace fs = std::filesystem;
 
 fs::path usualFolder() {
     if (const char* ofService = std::getenv("STATE_DIRECTORY")) {
-        return ofService;
+        // The service manager makes it, behind a link of its own.
+        std::error_code error;
+        const fs::path behind = fs::canonical(ofService, error);
+        return error ? fs::path(ofService) : behind;
     }
     if (geteuid() == 0) {
         return fs::path("/var/lib") / kProgramName;

@@ -1,7 +1,10 @@
 // The server's own options and promises.
 
+#include <cups/http.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+
+#include <sstream>
 
 #include "tests/app/app_test.h"
 #include "tests/support/files.h"
@@ -96,6 +99,78 @@ TEST_F(AppRunning, RemembersItsPrinters) {
         [&] { return std::filesystem::exists(application.state_folder() / "printers.state"); }));
     application.kill_and_restart();
     EXPECT_EQ(printer("stencils").attribute("printer-make-and-model"), "Kelp Stencil Printer A4");
+}
+
+struct CloseConnection {
+    void operator()(http_t* http) const { httpClose(http); }
+};
+
+// A page of the web interface; empty where it is not found.
+std::string web_page(int port, const std::string& path) {
+    const std::unique_ptr<http_t, CloseConnection> http(httpConnect2(
+        "localhost", port, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 30000, nullptr));
+    if (!http) {
+        return "";
+    }
+    httpSetField(http.get(), HTTP_FIELD_HOST, "localhost");
+    if (httpGet(http.get(), path.c_str()) != 0) {
+        return "";
+    }
+    http_status_t status = HTTP_STATUS_CONTINUE;
+    while (status == HTTP_STATUS_CONTINUE) {
+        status = httpUpdate(http.get());
+    }
+    EXPECT_EQ(status, HTTP_STATUS_OK) << path;
+    std::string page;
+    char buffer[4096];
+    for (ssize_t size = 1; status == HTTP_STATUS_OK && size > 0;) {
+        size = httpRead2(http.get(), buffer, sizeof buffer);
+        page.append(buffer, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    }
+    return page;
+}
+
+TEST_F(AppRunning, HasWebPages) {
+    add_printer("label-4inch");
+    for (const char* path :
+         {"/", "/labels/", "/labels/media", "/labels/printing", "/labels/jobs", "/labels/config"}) {
+        const std::string page = web_page(application.port(), path);
+        EXPECT_NE(page.find("</html>"), std::string::npos) << path << "\n" << page;
+        EXPECT_TRUE(application.is_running()) << path;
+    }
+    const std::string defaults = web_page(application.port(), "/labels/printing");
+    EXPECT_NE(defaults.find("jarvis-judice-ninke"), std::string::npos) << defaults;
+}
+
+std::string password_line(const Application& application) {
+    std::istringstream lines(read_file(application.state_folder() / "printers.state"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("Password ")) {
+            return line;
+        }
+    }
+    return "";
+}
+
+TEST(AppPassword, IsTheFilesAtEveryStart) {
+    const TempDir directory;
+    const std::filesystem::path file = directory / "password";
+    write_file(file, "first word\n");
+    Application application({"password-file=" + file.string()});
+    const SocketPrinter device;
+    application.add_printer("labels", "kelp-label-4inch", device.device());
+    application.stop();
+    const std::string first = password_line(application);
+    EXPECT_NE(first, "");
+    EXPECT_EQ(first.find("first word"), std::string::npos);
+
+    write_file(file, "second word\n");
+    application.kill_and_restart();
+    application.add_printer("more", "kelp-label-4inch", device.device());
+    application.stop();
+    const std::string second = password_line(application);
+    EXPECT_NE(second, "");
+    EXPECT_NE(second, first);
 }
 
 TEST_F(AppRunning, ListsTheModels) {

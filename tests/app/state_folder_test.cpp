@@ -48,6 +48,10 @@ TEST(StateFolder, IsTheServiceManagersFirst) {
     const std::filesystem::path folder = directory / "of-service";
     setenv("STATE_DIRECTORY", folder.c_str(), 1);
     EXPECT_EQ(stateFolder(nullptr), folder);
+    // It may be behind a link, as that of a dynamic user is.
+    std::filesystem::create_symlink(folder, directory / "link");
+    setenv("STATE_DIRECTORY", (directory / "link").c_str(), 1);
+    EXPECT_EQ(stateFolder(nullptr), folder);
     unsetenv("STATE_DIRECTORY");
 }
 
