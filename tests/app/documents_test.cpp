@@ -29,6 +29,27 @@ class AppDocuments : public AppTest {
 
 constexpr Sheet kLabel{288, 432};
 
+struct Stripe {
+    unsigned left;
+    unsigned width;
+};
+
+// A label with black stripes from top to bottom.
+Page striped(const std::vector<Stripe>& stripes) {
+    Page page;
+    page.width = 812;
+    page.height = 1218;
+    page.color_space = CUPS_CSPACE_SW;
+    std::string row(page.width, '\xFF');
+    for (const Stripe& stripe : stripes) {
+        row.replace(stripe.left, stripe.width, stripe.width, '\0');
+    }
+    for (unsigned y = 0; y < page.height; ++y) {
+        page.pixels += row;
+    }
+    return page;
+}
+
 TEST_F(AppDocuments, APictureWithTheLabelsResolutionIsPrintedDotForDot) {
     add_printer("label-4inch");
     const std::string sent =
@@ -44,17 +65,17 @@ TEST_F(AppDocuments, ThePartsOfAPdfAreAsWideAsTheyAreDrawn) {
     // At 203 dots to 72 points: from 57.2 to 60.8, and from 65.7 to 69.2. A dot is painted where
     // its middle is.
     const std::string bars = "0 setgray 20.3 0 1.25 432 rectfill 23.3 0 1.25 432 rectfill showpage";
-    Page page;
-    page.width = 812;
-    page.height = 1218;
-    page.color_space = CUPS_CSPACE_SW;
-    std::string row(page.width, '\xFF');
-    row.replace(57, 4, 4, '\0').replace(66, 3, 3, '\0');
-    for (unsigned y = 0; y < page.height; ++y) {
-        page.pixels += row;
-    }
     EXPECT_EQ(printed("application/pdf", document(Format::pdf, kLabel, bars)),
-              filter_bytes("label-4inch", {page}));
+              filter_bytes("label-4inch", {striped({{57, 4}, {66, 3}})}));
+}
+
+TEST_F(AppDocuments, ANarrowPdfLiesInTheMiddle) {
+    add_printer("label-4inch");
+    // As high as the label and half as wide, 406 dots: 203 are left at each side. Its left edge has
+    // a bar of 10 points, 28.2 dots.
+    EXPECT_EQ(printed("application/pdf",
+                      document(Format::pdf, {144, 432}, "0 setgray 0 0 10 432 rectfill showpage")),
+              filter_bytes("label-4inch", {striped({{203, 28}})}));
 }
 
 TEST_F(AppDocuments, APdfOfManyPagesComesPageByPage) {

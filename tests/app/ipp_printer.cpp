@@ -22,6 +22,10 @@ std::string text_of(ipp_t* response, const char* name) {
     return text;
 }
 
+int number_of(ipp_t* job) {
+    return ippGetInteger(ippFindAttribute(job, "job-id", IPP_TAG_INTEGER), 0);
+}
+
 }  // namespace
 
 IppPrinter::IppPrinter(int port, const std::string& name)
@@ -36,7 +40,8 @@ ipp_t* IppPrinter::request(ipp_op_t operation) const {
     return request;
 }
 
-IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document) const {
+IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document,
+                                     const std::function<void()>& between) const {
     const std::unique_ptr<http_t, CloseConnection> http(httpConnect2(
         "localhost", port_, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 30000, nullptr));
     if (!http) {
@@ -47,7 +52,13 @@ IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document
                                                  ippLength(request) + document.size());
     ippDelete(request);
     if (status == HTTP_STATUS_CONTINUE && !document.empty()) {
-        cupsWriteRequestData(http.get(), document.data(), document.size());
+        const std::size_t half = between ? document.size() / 2 : 0;
+        if (between) {
+            cupsWriteRequestData(http.get(), document.data(), half);
+            httpFlushWrite(http.get());
+            between();
+        }
+        cupsWriteRequestData(http.get(), document.data() + half, document.size() - half);
     }
     Response response(cupsGetResponse(http.get(), resource_.c_str()), ippDelete);
     if (!response || ippGetStatusCode(response.get()) >= IPP_STATUS_REDIRECTION_OTHER_SITE) {
@@ -58,16 +69,25 @@ IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document
     return response;
 }
 
-int IppPrinter::print(const std::string& format, const std::string& document,
-                      const Ticket& ticket) const {
+ipp_t* IppPrinter::print_job(const std::string& format) const {
     ipp_t* job = request(IPP_OP_PRINT_JOB);
     ippAddString(job, IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr,
                  format.c_str());
+    return job;
+}
+
+int IppPrinter::print(const std::string& format, const std::string& document,
+                      const Ticket& ticket) const {
+    ipp_t* job = print_job(format);
     if (ticket) {
         ticket(job);
     }
-    const Response response = ask(job, document);
-    return ippGetInteger(ippFindAttribute(response.get(), "job-id", IPP_TAG_INTEGER), 0);
+    return number_of(ask(job, document).get());
+}
+
+int IppPrinter::print_in_halves(const std::string& format, const std::string& document,
+                                const std::function<void()>& between) const {
+    return number_of(ask(print_job(format), document, between).get());
 }
 
 IppJob IppPrinter::finished(int job) const {

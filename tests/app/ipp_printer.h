@@ -26,6 +26,9 @@ class IppPrinter {
     // refused.
     int print(const std::string& format, const std::string& document,
               const Ticket& ticket = {}) const;
+    // The same, with something to do when half of the document is sent.
+    int print_in_halves(const std::string& format, const std::string& document,
+                        const std::function<void()>& between) const;
     // Waits for its end.
     IppJob finished(int job) const;
     void cancel(int job) const;
@@ -34,8 +37,10 @@ class IppPrinter {
 
   private:
     using Response = std::unique_ptr<ipp_t, decltype(&ippDelete)>;
-    Response ask(ipp_t* request, const std::string& document = {}) const;
+    Response ask(ipp_t* request, const std::string& document = {},
+                 const std::function<void()>& between = {}) const;
     ipp_t* request(ipp_op_t operation) const;
+    ipp_t* print_job(const std::string& format) const;
 
     int port_;
     std::string uri_;

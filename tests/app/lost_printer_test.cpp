@@ -90,7 +90,24 @@ TEST_F(AppLostPrinter, ACancelledJobSendsNoPartOfALabel) {
     ASSERT_TRUE(wait_until([&] { return device.received().size() == 1; }));
     const std::string bytes = device.received()[0];
     EXPECT_TRUE(bytes.ends_with("^XZ\r\n"));
-    EXPECT_LT(bytes.size(), filter_bytes("label-4inch", many).size());
+    const std::string all = filter_bytes("label-4inch", many);
+    EXPECT_LT(bytes.size(), all.size());
+    EXPECT_TRUE(all.starts_with(bytes));
+}
+
+TEST_F(AppLostPrinter, AJobThatIsCancelledInTheMiddleOfAPageDoesNotPrintIt) {
+    const int number = printer().print_in_halves("image/pwg-raster", raster({sheet(6)}), [&] {
+        EXPECT_TRUE(wait_until([&] {
+            return application.log().find("Page 1 raster data is 812x1218x8") != std::string::npos;
+        }));
+        printer().cancel(1);
+    });
+    EXPECT_EQ(printer().finished(number).state, IPP_JSTATE_CANCELED);
+    const std::vector<Page> pages = {sheet(7)};
+    EXPECT_EQ(printed("image/pwg-raster", raster(pages)), filter_bytes("label-4inch", pages));
+    for (const std::string& bytes : device.received()) {
+        EXPECT_TRUE(bytes.empty() || bytes == device.received().back());
+    }
 }
 
 }  // namespace
