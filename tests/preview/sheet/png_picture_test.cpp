@@ -15,8 +15,8 @@ namespace {
 
 using kelp_test::png_file;
 using kelp_test::png_that_declares;
-using kelp_test::put_number;
 using kelp_test::PngFile;
+using kelp_test::put_number;
 using kelp_test::refusal_by;
 using Levels = std::vector<int>;
 

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "pictures/run_command.h"
 #include "preview/whole_file.h"
 #include "tools/kelp-preview/progress.h"
-#include "pictures/run_command.h"
 #include "tools/kelp-preview/show/show_labels.h"
 
 namespace {
