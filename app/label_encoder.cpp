@@ -1,13 +1,10 @@
 #include "app/label_encoder.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <mutex>
-#include <new>
-#include <utility>
 
 #include "filter/page.h"
 #include "filter/published_printer.h"
+#include "printer/memory_stream.h"
 #include "printer/zpl_printer.h"
 
 namespace kelp_app {
@@ -15,39 +12,6 @@ namespace kelp_app {
 namespace {
 
 std::mutex encoding;
-
-/// A stream into memory.
-class MemoryStream {
-  public:
-    MemoryStream() : stream_(open_memstream(&bytes_, &size_)) {
-        if (stream_ == nullptr) {
-            throw std::bad_alloc();
-        }
-    }
-    ~MemoryStream() {
-        if (stream_ != nullptr) {
-            std::fclose(stream_);
-        }
-        std::free(bytes_);
-    }
-    MemoryStream(const MemoryStream&) = delete;
-    MemoryStream& operator=(const MemoryStream&) = delete;
-
-    std::FILE* stream() { return stream_; }
-    /// What was written; ends the stream.
-    std::string take() {
-        const bool isWhole = std::ferror(stream_) == 0;
-        if (std::fclose(std::exchange(stream_, nullptr)) != 0 || !isWhole) {
-            throw std::bad_alloc();
-        }
-        return {bytes_, size_};
-    }
-
-  private:
-    char* bytes_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* stream_;
-};
 
 }  // namespace
 
