@@ -8,6 +8,7 @@
 #include "app/abort_job.h"
 #include "app/document_file.h"
 #include "app/job_pages.h"
+#include "app/running_job.h"
 
 namespace kelp_app {
 
@@ -56,22 +57,36 @@ bool endJob(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /
     return true;
 }
 
+bool sendFile(pappl_job_t* job, pappl_device_t* device, DocumentFile& file) {
+    for (std::string_view piece = file.next(); !piece.empty(); piece = file.next()) {
+        if (papplJobIsCanceled(job)) {
+            return true;
+        }
+        if (!deliverOrAbort(job, device, piece)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool printCommands(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* device) {
+    beginOnce(job);
     return guarded(job, [&] {
         DocumentFile file(papplJobGetFilename(job));
         for (int copy = 0; copy < std::max(options->copies, 1); ++copy) {
             file.rewind();
-            for (std::string_view piece = file.next(); !piece.empty(); piece = file.next()) {
-                if (papplJobIsCanceled(job)) {
-                    return true;
-                }
-                if (!deliverOrAbort(job, device, piece)) {
-                    return false;
-                }
+            if (!sendFile(job, device, file)) {
+                return false;
             }
         }
         return true;
     });
+}
+
+/// Raster is printed as it comes, in the client's thread. Only the thread of a job that is started
+/// a second time asks for a way from its file.
+bool endSecondThread(pappl_job_t* job, pappl_device_t* /*device*/, void* /*unused*/) {
+    leaveToOtherThread(job);
 }
 
 }  // namespace
@@ -84,6 +99,12 @@ const char* recognizeCommands(const unsigned char* header, size_t size, void* /*
         }
     }
     return nullptr;
+}
+
+void addRasterFilters(pappl_system_t* system) {
+    for (const char* format : {"image/pwg-raster", "image/urf"}) {
+        papplSystemAddMIMEFilter(system, format, kCommandsFormat, endSecondThread, nullptr);
+    }
 }
 
 void setJobCallbacks(pappl_pr_driver_data_t& printer) {

@@ -7,6 +7,7 @@
 #include "app/choices.h"
 #include "app/delivery.h"
 #include "app/media.h"
+#include "app/running_job.h"
 
 namespace kelp_app {
 
@@ -43,6 +44,7 @@ std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& op
 }
 
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes) {
+    const std::unique_lock lock = senderLock(papplJobGetPrinter(job));
     return deliver(device, bytes) ||
            abortJob(
                job, PAPPL_JREASON_ABORTED_BY_SYSTEM,

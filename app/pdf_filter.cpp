@@ -11,6 +11,7 @@
 #include "app/abort_job.h"
 #include "app/job_callbacks.h"
 #include "app/job_pages.h"
+#include "app/running_job.h"
 #include "pictures/document_picture.h"
 
 namespace kelp_app {
@@ -76,6 +77,7 @@ bool printPages(pappl_job_t* job, pappl_device_t* device,
 }
 
 bool printPdf(pappl_job_t* job, pappl_device_t* device, void* /*unused*/) {
+    beginOnce(job);
     return guarded(job, [&] {
         try {
             return printPages(job, device, [job] {

@@ -10,6 +10,7 @@
 #include "app/document_file.h"
 #include "app/job_callbacks.h"
 #include "app/job_pages.h"
+#include "app/running_job.h"
 #include "pictures/picture_formats.h"
 
 namespace kelp_app {
@@ -53,6 +54,7 @@ bool printPixels(pappl_job_t* job, pappl_device_t* device, const GreyPicture& pi
 }
 
 bool printPicture(pappl_job_t* job, pappl_device_t* device, void* /*unused*/) {
+    beginOnce(job);
     const bool isPhoto = std::string_view(papplJobGetFormat(job)) == "image/jpeg";
     return guarded(job, [&] {
         const std::string file = wholeDocument(papplJobGetFilename(job));

@@ -16,6 +16,7 @@
 #include "app/pdf_filter.h"
 #include "app/picture_filter.h"
 #include "app/program_name.h"
+#include "app/saved_state.h"
 #include "app/state_folder.h"
 #include "filter/version.h"
 
@@ -25,7 +26,6 @@ namespace {
 
 constexpr int kMostJobs = 100;    // that wait at a printer
 constexpr int kMostClients = 64;  // at a time
-constexpr int kSecondsUnsaved = 1;
 constexpr std::size_t kMostLogBytes = std::size_t{1} << 20U;
 
 /// The options of the command line.
@@ -79,15 +79,6 @@ std::string firstLineOf(const char* path) {
     return line;
 }
 
-/// The framework saves what has changed whenever it wakes, else after half a minute.
-bool stayAwake(pappl_system_t* /*system*/, void* /*unused*/) {
-    return true;
-}
-
-bool saveState(pappl_system_t* system, void* file) {
-    return papplSystemSaveState(system, static_cast<const char*>(file));
-}
-
 void limitPrinter(pappl_printer_t* printer, void* /*unused*/) {
     papplPrinterSetMaxActiveJobs(printer, kMostJobs);
 }
@@ -112,14 +103,12 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
             "share=yes opens the printers to the network: it needs a password-file=FILE.");
     }
 
-    static std::filesystem::path folder;  // as long as the server
-    static std::string stateFile;
+    std::filesystem::path folder;
     try {
         folder = stateFolder(options.text("state-directory"));
     } catch (const std::runtime_error& error) {
         return refuse(error.what());
     }
-    stateFile = folder / "printers.state";
 
     pappl_soptions_t features = PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE;
     if (!isShared) {
@@ -143,6 +132,7 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     papplSystemSetMaxClients(system, kMostClients);
     papplSystemSetMaxLogSize(system, kMostLogBytes);
     papplSystemSetMIMECallback(system, recognizeCommands, nullptr);
+    addRasterFilters(system);
     addPictureFilters(system);
     addPdfFilter(system);
 
@@ -154,7 +144,7 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
         papplSystemDelete(system);
         return refuse("Unable to listen on the port.");
     }
-    papplSystemLoadState(system, stateFile.c_str());
+    keepState(system, folder / "printers.state");
     // What the command line says goes before what was saved.
     if (const char* group = options.text("admin-group")) {
         papplSystemSetAdminGroup(system, group);
@@ -164,8 +154,6 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
         papplSystemHashPassword(system, nullptr, password.c_str(), hash, sizeof hash);
         papplSystemSetPassword(system, hash);
     }
-    papplSystemSetSaveCallback(system, saveState, stateFile.data());
-    papplSystemAddTimerCallback(system, 0, kSecondsUnsaved, stayAwake, nullptr);
     return system;
 }
 

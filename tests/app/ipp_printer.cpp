@@ -62,9 +62,10 @@ IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document
     }
     Response response(cupsGetResponse(http.get(), resource_.c_str()), ippDelete);
     if (!response || ippGetStatusCode(response.get()) >= IPP_STATUS_REDIRECTION_OTHER_SITE) {
+        // Who is refused before the whole document is sent may find the line cut.
         throw std::runtime_error(response ? ippErrorString(ippGetStatusCode(response.get())) +
                                                 (": " + text_of(response.get(), "status-message"))
-                                          : std::string(cupsLastErrorString()));
+                                          : "no answer");
     }
     return response;
 }

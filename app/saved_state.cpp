@@ -1,0 +1,82 @@
+#include "app/saved_state.h"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace kelp_app {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kSecondsUnsaved = 1;
+
+/// As long as the server.
+fs::path stateFile;
+bool areJobsBegun = false;
+
+bool replaceState(const std::string& state) {
+    const fs::path fresh = stateFile.string() + ".new";
+    std::error_code error;
+    {
+        std::ofstream stream(fresh, std::ios::trunc);
+        stream << state;
+        stream.close();
+        if (!stream) {
+            fs::remove(fresh, error);
+            return false;
+        }
+    }
+    fs::rename(fresh, stateFile, error);
+    return !error;
+}
+
+bool saveState(pappl_system_t* system, void* /*unused*/) {
+    const fs::path whole = stateFile.string() + ".whole";
+    if (!papplSystemSaveState(system, whole.c_str())) {
+        return false;
+    }
+    std::ostringstream state;
+    state << std::ifstream(whole).rdbuf();
+    std::error_code error;
+    fs::remove(whole, error);
+    return replaceState(withoutRunningJobs(state.str()));
+}
+
+/// The framework saves whenever it wakes, else after half a minute. It does not look by itself for
+/// jobs that it has loaded.
+bool stayAwake(pappl_system_t* system, void* /*unused*/) {
+    if (!areJobsBegun) {
+        areJobsBegun = true;
+        papplSystemIteratePrinters(
+            system, [](pappl_printer_t* printer, void* /*unused*/) { papplPrinterResume(printer); },
+            nullptr);
+    }
+    return true;
+}
+
+}  // namespace
+
+void keepState(pappl_system_t* system, const std::filesystem::path& file) {
+    stateFile = file;
+    papplSystemLoadState(system, stateFile.c_str());
+    papplSystemSetSaveCallback(system, saveState, nullptr);
+    papplSystemAddTimerCallback(system, 0, kSecondsUnsaved, stayAwake, nullptr);
+}
+
+std::string withoutRunningJobs(const std::string& state) {
+    const std::string running = " state=\"5\"";
+    std::istringstream lines(state);
+    std::string result;
+    for (std::string line; std::getline(lines, line); result += line + '\n') {
+        const std::size_t at = line.find(running);
+        if (line.starts_with("Job ") && at != std::string::npos) {
+            const bool isBegun = line.find(" imcompleted=") != std::string::npos;
+            line.replace(at, running.size(), isBegun ? " state=\"8\"" : " state=\"3\"");
+        }
+    }
+    return result;
+}
+
+}  // namespace kelp_app
