@@ -65,7 +65,18 @@ Command application_command(const std::filesystem::path& directory,
 
 Application::Application(const std::vector<std::string>& options)
     : options_(options), port_(free_port()) {
-    start();
+    for (int tries = 1;; ++tries) {
+        try {
+            start();
+            return;
+        } catch (const std::runtime_error&) {
+            // Another test may have taken the port meanwhile.
+            if (tries == 3) {
+                throw;
+            }
+            port_ = free_port();
+        }
+    }
 }
 
 Application::~Application() {
