@@ -5,10 +5,10 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 #include "printer/bmp.h"
+#include "printer/memory_stream.h"
 #include "printer/mono_packing.h"
 #include "printer/zpl_encoding.h"
 #include "printer/zpl_printer.h"
@@ -23,29 +23,6 @@ namespace {
 using kelp_test::forRandomImages;
 using kelp_test::Random;
 using reference::GrayImage;
-
-/// What is written to a stream in memory.
-class MemoryStream {
-  public:
-    MemoryStream() : stream_(open_memstream(&text_, &size_)) {}
-    ~MemoryStream() {
-        std::fclose(stream_);
-        std::free(text_);
-    }
-    MemoryStream(const MemoryStream&) = delete;
-    MemoryStream& operator=(const MemoryStream&) = delete;
-
-    std::FILE* stream() { return stream_; }
-    std::string written() {
-        std::fflush(stream_);
-        return {text_, size_};
-    }
-
-  private:
-    char* text_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* stream_;
-};
 
 /// Rows of bytes as they come: long runs, solid rows, blank rows, noise.
 std::vector<unsigned char> randomRow(int bytes, Random& random) {
@@ -174,7 +151,7 @@ void expectLabel(const GrayImage& grey, Random& random) {
                          static_cast<unsigned long>(grey.height),
                          static_cast<unsigned long>(grey.width));
     sPrinter = nullptr;
-    ASSERT_EQ(stream.written(), expected);
+    ASSERT_EQ(stream.take(), expected);
     ASSERT_EQ(LastSet, lastSet);
 }
 
@@ -206,7 +183,7 @@ TEST(Snapshots, MatchTheReference) {
             writeBmp(stream.stream(), pixels.data(), bytesPerLine, height, width, depth);
             const std::vector<unsigned char> expected =
                 reference::snapshotBytes(pixels.data(), bytesPerLine, height, width, depth);
-            ASSERT_EQ(stream.written(), std::string(expected.begin(), expected.end()))
+            ASSERT_EQ(stream.take(), std::string(expected.begin(), expected.end()))
                 << "depth " << depth << " width " << width;
         }
     });
