@@ -11,13 +11,13 @@
 #include "app/job_callbacks.h"
 #include "app/media.h"
 #include "app/vendor_attributes.h"
+#include "filter/text.h"
 #include "models/model.h"
 
 namespace kelp_app {
 
 namespace {
 
-constexpr int kDotsPerInch = 203;
 constexpr int kLabelsPerMinute = 30;
 constexpr int kDarknessLevels = 31;
 
@@ -149,8 +149,9 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
     printer->sides_supported = PAPPL_SIDES_ONE_SIDED;
     printer->sides_default = PAPPL_SIDES_ONE_SIDED;
     printer->num_resolution = 1;
-    printer->x_resolution[0] = printer->y_resolution[0] = kDotsPerInch;
-    printer->x_default = printer->y_default = kDotsPerInch;
+    const int dotsPerInch = kelpTextToInt(model->resolution);
+    printer->x_resolution[0] = printer->y_resolution[0] = dotsPerInch;
+    printer->x_default = printer->y_default = dotsPerInch;
     // The head prints from edge to edge.
     printer->borderless = true;
 

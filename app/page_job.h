@@ -29,8 +29,6 @@ class PageJob {
     /// label is worse than none; std::bad_alloc.
     std::string endPage();
 
-    int pages() const { return page_; }
-
   private:
     Settings settings_;
     TargetPage target_;

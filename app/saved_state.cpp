@@ -1,8 +1,10 @@
 #include "app/saved_state.h"
 
-#include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <system_error>
+
+#include "preview/whole_file.h"
 
 namespace kelp_app {
 
@@ -16,22 +18,6 @@ constexpr int kSecondsUnsaved = 1;
 fs::path stateFile;
 bool areJobsBegun = false;
 
-bool replaceState(const std::string& state) {
-    const fs::path fresh = stateFile.string() + ".new";
-    std::error_code error;
-    {
-        std::ofstream stream(fresh, std::ios::trunc);
-        stream << state;
-        stream.close();
-        if (!stream) {
-            fs::remove(fresh, error);
-            return false;
-        }
-    }
-    fs::rename(fresh, stateFile, error);
-    return !error;
-}
-
 bool saveState(pappl_system_t* system, void* /*unused*/) {
     const fs::path whole = stateFile.string() + ".whole";
     if (!papplSystemSaveState(system, whole.c_str())) {
@@ -41,7 +27,13 @@ bool saveState(pappl_system_t* system, void* /*unused*/) {
     state << std::ifstream(whole).rdbuf();
     std::error_code error;
     fs::remove(whole, error);
-    return replaceState(withoutRunningJobs(state.str()));
+    try {
+        kelp_preview::writeWholeFile(stateFile, withoutRunningJobs(state.str()));
+    } catch (const std::system_error& failure) {
+        papplLog(system, PAPPL_LOGLEVEL_ERROR, "%s", failure.what());
+        return false;
+    }
+    return true;
 }
 
 /// The framework saves whenever it wakes, else after half a minute. It does not look by itself for

@@ -15,7 +15,7 @@ set(allowed_fitter fitter)
 set(allowed_models models fitter filter)
 set(allowed_pictures pictures)
 set(allowed_preview preview)
-set(allowed_app app models pictures fitter filter printer)
+set(allowed_app app models pictures preview fitter filter printer)
 
 set(cups_simd "")
 set(cups_image "")
