@@ -3,7 +3,7 @@
 #   kelp_compile_options(<target>)  language level, floating-point rules, warnings, sanitizers,
 #                                  counters, hardening where the build is optimised
 #   kelp_plain_c(<target>)  a test's C that is loaded into a program or stands in for one
-#   kelp_compile_quickly(<source>...)  of this folder: what need not be fast, and is long in compiling
+#   kelp_compile_quickly(<target>)  what need not be fast, and is long in compiling
 #   kelp_vectors(<source>...)  of this folder: kernels, compiled once for each kind of vectors
 #   kelp_large_vectors(<source>...)  such kernels that are long in compiling
 
@@ -95,20 +95,20 @@ endfunction()
 
 # For files full of another library's templates that run once a process, such as those that declare
 # options. GCC's analyzer would take minutes and gigabytes for each.
-function(kelp_compile_quickly)
-  set(options -O1 -g1)
-  if("${CMAKE_CXX_FLAGS}" MATCHES "-fanalyzer")
-    list(APPEND options -fno-analyzer)
-  endif()
-  # Options of its own would keep a file out of the others' company where they are read together.
-  if(NOT CMAKE_UNITY_BUILD)
-    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${options}")
-  endif()
+set(kelp_quick_options -O1 -g1)
+if("${CMAKE_CXX_FLAGS}" MATCHES "-fanalyzer")
+  list(APPEND kelp_quick_options -fno-analyzer)
+endif()
+
+function(kelp_compile_quickly target)
+  target_compile_options(${target} PRIVATE ${kelp_quick_options})
 endfunction()
 
-# Such a file includes itself, which works in no file but its own.
+# Such a file includes itself, which works in no file but its own. What a debugger could tell of its
+# many inlined operations takes the compiler longer than the rest.
 function(kelp_vectors)
-  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  set_source_files_properties(${ARGN} PROPERTIES
+    SKIP_UNITY_BUILD_INCLUSION ON COMPILE_OPTIONS "$<$<CONFIG:RelWithDebInfo>:-g1>")
 endfunction()
 
 # A check of each pointer and reference in thousands of inlined vector operations takes compilers
@@ -117,6 +117,6 @@ function(kelp_large_vectors)
   kelp_vectors(${ARGN})
   if(KELP_SANITIZE MATCHES "undefined")
     set(unchecked null,alignment,object-size,pointer-overflow,vptr)
-    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O1;-fno-sanitize=${unchecked}")
+    set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_OPTIONS -O1 -fno-sanitize=${unchecked})
   endif()
 endfunction()

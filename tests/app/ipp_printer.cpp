@@ -7,10 +7,6 @@
 namespace kelp_test {
 namespace {
 
-struct CloseConnection {
-    void operator()(http_t* http) const { httpClose(http); }
-};
-
 std::string text_of(ipp_t* response, const char* name) {
     ipp_attribute_t* found = ippFindAttribute(response, name, IPP_TAG_ZERO);
     if (found == nullptr) {
@@ -28,6 +24,11 @@ int number_of(ipp_t* job) {
 
 }  // namespace
 
+Connection connect_to(int port) {
+    return Connection(httpConnect2("localhost", port, nullptr, AF_UNSPEC,
+                                   HTTP_ENCRYPTION_IF_REQUESTED, 1, 30000, nullptr));
+}
+
 IppPrinter::IppPrinter(int port, const std::string& name)
     : port_(port),
       uri_("ipp://localhost:" + std::to_string(port) + "/ipp/print/" + name),
@@ -42,8 +43,7 @@ ipp_t* IppPrinter::request(ipp_op_t operation) const {
 
 IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document,
                                      const std::function<void()>& between) const {
-    const std::unique_ptr<http_t, CloseConnection> http(httpConnect2(
-        "localhost", port_, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 30000, nullptr));
+    const Connection http = connect_to(port_);
     if (!http) {
         ippDelete(request);
         throw std::runtime_error("the application does not answer");

@@ -3,9 +3,19 @@
 #include <cups/cups.h>
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace kelp_test {
+
+struct CloseConnection {
+    void operator()(http_t* http) const { httpClose(http); }
+};
+using Connection = std::unique_ptr<http_t, CloseConnection>;
+
+// To an application on a port of this machine; null where none answers.
+Connection connect_to(int port);
 
 // What IPP tells of a job.
 struct IppJob {

@@ -101,14 +101,9 @@ TEST_F(AppRunning, RemembersItsPrinters) {
     EXPECT_EQ(printer("stencils").attribute("printer-make-and-model"), "Kelp Stencil Printer A4");
 }
 
-struct CloseConnection {
-    void operator()(http_t* http) const { httpClose(http); }
-};
-
 // A page of the web interface; empty where it is not found.
 std::string web_page(int port, const std::string& path) {
-    const std::unique_ptr<http_t, CloseConnection> http(httpConnect2(
-        "localhost", port, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_IF_REQUESTED, 1, 30000, nullptr));
+    const Connection http = connect_to(port);
     if (!http) {
         return "";
     }

@@ -16,7 +16,6 @@ namespace {
 
 using Files = std::map<std::string, std::string>;
 
-const std::string recording = "rec-20240305070809.bin";
 const std::string origin = "origin_2024-3-5_7_8_9_0.bmp";
 const std::string dithered = "dithered_2024-3-5_7_8_9_1.bmp";
 const std::string debug_line = "xxxxx.log";

@@ -20,6 +20,9 @@ struct FaultJob {
 // Of the default route, the tattoo route, with a recording, from a compressed raster.
 const std::vector<FaultJob>& fault_jobs();
 
+// The name of their recordings.
+inline const std::string recording = "rec-20240305070809.bin";
+
 // What a job sends, in the pieces that stand or fall as a whole.
 struct SentPage {
     std::string setup;

@@ -78,9 +78,9 @@ TEST_F(FullDisk, InTheMiddleOfARecordingLosesNoPrint) {
     const JobResult result = sandbox_.run(mounted("\"$@\"", sandbox_.command(job_), "8k"));
     EXPECT_EQ(result.exit_status, 0) << result.error;
     EXPECT_TRUE(result.output == good_.output);
-    const std::string recording = read_file(results() / "rec-20240305070809.bin");
-    EXPECT_EQ(recording.size(), 8192U);
-    EXPECT_TRUE(good_.output.starts_with(recording));
+    const std::string recorded = read_file(results() / recording);
+    EXPECT_EQ(recorded.size(), 8192U);
+    EXPECT_TRUE(good_.output.starts_with(recorded));
     EXPECT_TRUE(result.snapshots == good_.snapshots);
 }
 

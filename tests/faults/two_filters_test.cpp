@@ -19,7 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string recording = "rec-20240305070809.bin";
 const std::string precious = "not to be touched";
 
 Job recording_job(unsigned width, unsigned height, std::uint64_t seed) {

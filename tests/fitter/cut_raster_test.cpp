@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t sync_size = 4;
 constexpr std::size_t header_size = sizeof(cups_page_header2_t);
 
-const PagePpd ppd{.width = "4", .height = "4"};
+const PagePpd small_ppd{.width = "4", .height = "4"};
 
 // 6 × 3 dots, each row another letter and two digits that are cut.
 std::vector<RawPage> two_pages() {
@@ -54,7 +54,7 @@ TEST(CutRaster, GivesWhatWasWholeAndAnError) {
     const std::size_t page_size = header_size + 18;
     ASSERT_EQ(stream.size(), sync_size + 2 * page_size);
     const Sandbox sandbox;
-    Job job = fitter_job({}, ppd);
+    Job job = fitter_job({}, small_ppd);
     for (std::size_t length = 0; length <= stream.size(); ++length) {
         if (!is_cut(length, page_size)) {
             continue;
@@ -80,7 +80,7 @@ TEST(CutRaster, GivesWhatWasWholeAndAnError) {
 }
 
 TEST(CutRaster, NamesTheRowAndThePage) {
-    Job job = fitter_job(two_pages(), ppd);
+    Job job = fitter_job(two_pages(), small_ppd);
     job.raster.resize(job.raster.size() - 7);
     expect_error(run_fitter(job), {"cut short", "row 2 of the 3 of page 2"});
 }
@@ -93,7 +93,7 @@ TEST(CutRaster, PackedIsAnErrorAsWell) {
     ASSERT_EQ(stream.size(), sync_size + 2 * page_size);
     ASSERT_GT(page_size, header_size);
     const Sandbox sandbox;
-    Job job = fitter_job({}, ppd);
+    Job job = fitter_job({}, small_ppd);
     for (std::size_t length = sync_size + 1; length <= stream.size(); ++length) {
         if (!is_cut(length, page_size)) {
             continue;

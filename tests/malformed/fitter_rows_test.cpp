@@ -14,8 +14,6 @@ namespace {
 
 using H = cups_page_header2_t;
 
-constexpr unsigned max = std::numeric_limits<unsigned>::max();
-
 struct MalformedFit {
     std::string name;
     Spoil make;
@@ -247,8 +245,7 @@ std::vector<MalformedFit> stream_rows() {
     };
 }
 
-std::vector<MalformedFit> other_rows() {
-    constexpr std::size_t large = 100'000;
+std::vector<MalformedFit> fitter_option_rows() {
     const std::string long_text(large, 'x');
     const std::string no_description = "ERROR: Unable to read the printer description \"";
     const std::string lines = "t\nERROR: faked\nSTATE: +paused\n";
@@ -318,7 +315,7 @@ INSTANTIATE_TEST_SUITE_P(Header, MalformedFitterJob, testing::ValuesIn(header_ro
                          row_name<MalformedFit>);
 INSTANTIATE_TEST_SUITE_P(Stream, MalformedFitterJob, testing::ValuesIn(stream_rows()),
                          row_name<MalformedFit>);
-INSTANTIATE_TEST_SUITE_P(Other, MalformedFitterJob, testing::ValuesIn(other_rows()),
+INSTANTIATE_TEST_SUITE_P(Other, MalformedFitterJob, testing::ValuesIn(fitter_option_rows()),
                          row_name<MalformedFit>);
 
 }  // namespace

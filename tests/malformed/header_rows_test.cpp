@@ -11,8 +11,6 @@ namespace {
 
 using H = cups_page_header2_t;
 
-constexpr unsigned max = std::numeric_limits<unsigned>::max();
-
 std::string too_short(unsigned bytes, unsigned width) {
     return "ERROR:Unsupported cupsBytesPerLine : " + std::to_string(bytes) +
            " ! Less than cupsWidth : " + std::to_string(width) + " !";

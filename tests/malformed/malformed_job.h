@@ -3,9 +3,11 @@
 #include <cups/raster.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <iosfwd>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,12 @@ namespace kelp_test {
 
 // How a job is spoilt: the command of a good job of one tiny page, changed.
 using Spoil = std::function<Command(const Sandbox&)>;
+
+// The largest value of a header's field.
+inline constexpr unsigned max = std::numeric_limits<unsigned>::max();
+
+// The length of option strings that nobody would write.
+inline constexpr std::size_t large = 100'000;
 
 // One row of a table of malformed jobs.
 struct MalformedJob {

@@ -28,8 +28,6 @@ std::string full_ppd() {
         .text();
 }
 
-constexpr std::size_t large = 100'000;
-
 std::vector<MalformedJob> option_rows() {
     SetupBlock setup;
     setup.commands = {"^MNM", "^PON", "^PR4", "~SD15"};

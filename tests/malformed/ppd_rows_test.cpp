@@ -131,12 +131,13 @@ std::vector<MalformedJob> let_through() {
         {"AnyFileIncluded", ppd(bare() + "*Include: \"/etc/passwd\"\n" + speed), 0, "", fast},
         {"BytesOfZeroBehind", ppd(bare() + std::string(10, '\0')), 0, "", as_usual},
         {"FiveThousandChoices", made_late([] {
-             Ppd large = bare_ppd();
+             Ppd long_ppd = bare_ppd();
              std::vector<std::string> choices;
              for (int i = 1; i <= 5'000; ++i) {
                  choices.push_back(std::to_string(i));
              }
-             return ppd_with_options(large.option("PrintSpeed", choices).text(), "PrintSpeed=5000");
+             return ppd_with_options(long_ppd.option("PrintSpeed", choices).text(),
+                                     "PrintSpeed=5000");
          }),
          0, "", printed({"^MNN", "^PON", "^PR5000", "~SD0"})},
         {"TenMillionBytesOfComments", made_late([] {

@@ -139,23 +139,23 @@ INSTANTIATE_TEST_SUITE_P(Kind, MalformedStream, testing::ValuesIn(other_rows()),
 // A stream of the kind, cut at every byte: the setup block is printed from the whole header on, the
 // picture with the last byte.
 void cut_everywhere(const StreamKind& kind, const std::string& pixels) {
-    const std::string whole = stream(kind, tiny_header(), pixels);
-    const std::size_t header_end = whole.size() - pixels.size();
+    const std::string full = stream(kind, tiny_header(), pixels);
+    const std::size_t header_end = full.size() - pixels.size();
     const Sandbox sandbox;
     Job job;
-    for (std::size_t length = 0; length < whole.size(); ++length) {
+    for (std::size_t length = 0; length < full.size(); ++length) {
         // Within a long header, what matters is its ends.
         if (kind.version > 1 && length > 8 && length + 8 < header_end && length % 37 != 0) {
             continue;
         }
-        job.raster = whole.substr(0, length);
+        job.raster = full.substr(0, length);
         const JobResult result = sandbox.run(job);
         EXPECT_EQ(result.exit_status, 0) << "cut at " << length;
         EXPECT_EQ(complaints(result.error), "") << "cut at " << length;
         EXPECT_EQ(result.output, preamble() + (length < header_end ? "" : SetupBlock().text()))
             << "cut at " << length;
     }
-    job.raster = whole;
+    job.raster = full;
     EXPECT_EQ(sandbox.run(job).output, preamble() + tiny_page_output());
 }
 

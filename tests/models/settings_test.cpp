@@ -9,8 +9,8 @@
 #include <random>
 #include <string>
 
-#include "drivers/tests/ppds.h"
 #include "models/job_choices.h"
+#include "tests/drivers/ppds.h"
 #include "tests/unit/printer/support/stderr_capture.h"
 
 namespace kelp_test {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "drivers/tests/ppds.h"
 #include "models/model.h"
+#include "tests/drivers/ppds.h"
 
 namespace kelp_test {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "drivers/tests/ppds.h"
 #include "models/model.h"
+#include "tests/drivers/ppds.h"
 
 namespace kelp_test {
 namespace {

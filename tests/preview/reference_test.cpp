@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <sstream>
 
 #include "preview/graphic_decoder.h"
 #include "tests/preview/decoded.h"
+#include "tests/preview/random.h"
 #include "tests/reference/graphic.h"
 
 namespace {
@@ -17,21 +17,10 @@ using kelp_preview::Remarks;
 using kelp_test::block;
 using kelp_test::decode;
 using kelp_test::Decoded;
+using kelp_test::Random;
 using kelp_test::rows;
 using reference::Graphic;
 using reference::readGraphic;
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    unsigned below(unsigned end) { return static_cast<unsigned>(engine_() % end); }
-    char of(const std::string& characters) {
-        return characters[below(static_cast<unsigned>(characters.size()))];
-    }
-
-  private:
-    std::mt19937 engine_;
-};
 
 const std::string digits = "0123456789ABCDEFabcdef";
 const std::string letters = "GHIJKLMNOPQRSTUVWXYghijklmnopqrstuvwxyz";

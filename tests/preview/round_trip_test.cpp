@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "printer/zpl_encoding.h"
 #include "tests/preview/decoded.h"
 #include "tests/preview/printed_page.h"
+#include "tests/preview/random.h"
 
 namespace {
 
@@ -14,15 +13,7 @@ using kelp_preview::Bitmap;
 using kelp_test::decode;
 using kelp_test::Decoded;
 using kelp_test::printed;
-
-class Random {
-  public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    unsigned below(unsigned end) { return static_cast<unsigned>(engine_() % end); }
-
-  private:
-    std::mt19937 engine_;
-};
+using kelp_test::Random;
 
 // Solid, blank, striped and noisy rows, with runs of many lengths.
 Bitmap random_page(Random& random) {

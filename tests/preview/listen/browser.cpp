@@ -132,7 +132,7 @@ std::string Browser::next_message() {
         if (poll(&event, 1, kAnswerLimit) <= 0) {
             fail("the browser does not answer");
         }
-        const ssize_t count = read(answers_.get(), buffer.data(), buffer.size());
+        const ssize_t count = ::read(answers_.get(), buffer.data(), buffer.size());
         if (count <= 0) {
             fail("the browser has ended");
         }

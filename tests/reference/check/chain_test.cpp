@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "tests/reference/check/uniform_image.h"
 #include "tests/reference/gamma.h"
 #include "tests/reference/gaussian.h"
 #include "tests/reference/moments.h"
@@ -12,12 +13,6 @@ namespace reference {
 namespace {
 
 using Bytes = std::vector<unsigned char>;
-
-GrayImage uniform(int width, int height, int value) {
-    GrayImage image{width, height, {}};
-    image.px.assign(static_cast<std::size_t>(width * height), static_cast<unsigned char>(value));
-    return image;
-}
 
 }  // namespace
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "tests/reference/check/uniform_image.h"
+
 namespace reference {
 
 namespace {
@@ -11,12 +13,6 @@ namespace {
 std::vector<unsigned char> row(long method, std::vector<unsigned char> px) {
     const int width = static_cast<int>(px.size());
     return dither(GrayImage{width, 1, px}, method).px;
-}
-
-GrayImage uniform(int width, int height, int value) {
-    GrayImage image{width, height, {}};
-    image.px.assign(static_cast<std::size_t>(width * height), static_cast<unsigned char>(value));
-    return image;
 }
 
 long whites(const GrayImage& image) {

@@ -5,10 +5,9 @@
 #include <limits>
 
 #include "enhance/numeric.h"
+#include "tests/unit/enhance/special_values.h"
 
 namespace {
-
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 /// 1 and the next `terms` terms of the series, each divided before it is multiplied.
 float series(float x, int terms) {

@@ -6,10 +6,9 @@
 #include <limits>
 
 #include "enhance/numeric.h"
+#include "tests/unit/enhance/special_values.h"
 
 namespace {
-
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 float step(float y, float x) {
     return y - (my_exp(y) - x) / x;

@@ -1,14 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "enhance/numeric.h"
+#include "tests/unit/enhance/special_values.h"
 
 namespace {
-
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 TEST(MyPow, AnswersABaseOfZeroByTheExponentsSign) {
     EXPECT_EQ(my_pow(0.0F, 0.0F), 1.0F);

@@ -4,11 +4,10 @@
 #include <limits>
 
 #include "enhance/numeric.h"
+#include "tests/unit/enhance/special_values.h"
 
 namespace {
 
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr int kMost = std::numeric_limits<int>::max();
 constexpr int kLeast = std::numeric_limits<int>::min();
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "drivers/tests/ppds.h"
+#include "tests/drivers/ppds.h"
 
 namespace kelp_test {
 namespace {

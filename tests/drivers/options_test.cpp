@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "drivers/tests/ppds.h"
+#include "tests/drivers/ppds.h"
 
 namespace kelp_test {
 namespace {

@@ -3,7 +3,7 @@
 #include <set>
 #include <tuple>
 
-#include "drivers/tests/ppds.h"
+#include "tests/drivers/ppds.h"
 
 namespace kelp_test {
 namespace {

@@ -1,4 +1,4 @@
-#include "drivers/tests/ppds.h"
+#include "tests/drivers/ppds.h"
 
 #include <cups/cups.h>
 
