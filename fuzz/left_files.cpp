@@ -8,14 +8,14 @@
 
 namespace {
 
-kelp_fuzz::LeftFiles* current = nullptr;
+kelp_fuzz::LeftFiles* watching = nullptr;
 
 std::FILE* open_file(const char* path) {
-    if (current == nullptr) {
+    if (watching == nullptr) {
         errno = ENOENT;
         return nullptr;
     }
-    return current->open(path);
+    return watching->open(path);
 }
 
 }  // namespace
@@ -47,11 +47,11 @@ extern "C" std::time_t __wrap_time(std::time_t* result) {
 namespace kelp_fuzz {
 
 LeftFiles::LeftFiles(unsigned failing) : failing_(failing) {
-    current = this;
+    watching = this;
 }
 
 LeftFiles::~LeftFiles() {
-    current = nullptr;
+    watching = nullptr;
     for (const File& file : files_) {
         std::free(file.bytes);
     }
