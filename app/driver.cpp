@@ -10,6 +10,8 @@
 #include "app/choices.h"
 #include "app/job_callbacks.h"
 #include "app/media.h"
+#include "app/printer_status.h"
+#include "app/test_label.h"
 #include "app/vendor_attributes.h"
 #include "filter/text.h"
 #include "models/model.h"
@@ -131,6 +133,8 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
     }
     printer->extension = const_cast<kelp_models::Model*>(model);
     setJobCallbacks(*printer);
+    printer->status_cb = lookAtPrinter;
+    printer->testpage_cb = makeTestLabelDocument;
     printer->identify_cb = identify;
     printer->identify_default = PAPPL_IDENTIFY_ACTIONS_SOUND;
     printer->identify_supported = PAPPL_IDENTIFY_ACTIONS_DISPLAY | PAPPL_IDENTIFY_ACTIONS_SOUND;

@@ -9,6 +9,7 @@
 #include "app/document_file.h"
 #include "app/job_pages.h"
 #include "app/running_job.h"
+#include "app/test_label.h"
 
 namespace kelp_app {
 
@@ -93,6 +94,9 @@ bool endSecondThread(pappl_job_t* job, pappl_device_t* /*device*/, void* /*unuse
 
 const char* recognizeCommands(const unsigned char* header, size_t size, void* /*unused*/) {
     const std::string_view begin(reinterpret_cast<const char*>(header), size);
+    if (begin.starts_with(kTestLabelDocument)) {
+        return kTestLabelFormat;
+    }
     for (const char* command : {"^XA", "^XX", "~DG", "SIZE "}) {
         if (begin.starts_with(command)) {
             return kCommandsFormat;

@@ -6,8 +6,10 @@
 #include "app/abort_job.h"
 #include "app/choices.h"
 #include "app/delivery.h"
+#include "app/job_sender.h"
 #include "app/media.h"
 #include "app/running_job.h"
+#include "app/socket_device.h"
 
 namespace kelp_app {
 
@@ -45,7 +47,10 @@ std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& op
 
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes) {
     const std::unique_lock lock = senderLock(papplJobGetPrinter(job));
-    return deliver(device, bytes) ||
+    PrinterSocket* socket = socketOf(papplJobGetPrinter(job), device);
+    JobSender sender(job);
+    const bool isSent = socket != nullptr ? socket->send(bytes, sender) : deliver(device, bytes);
+    return isSent || papplJobIsCanceled(job) ||
            abortJob(
                job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
                "The printer was lost in the middle of the job; what was sent may have printed.");

@@ -20,8 +20,8 @@ JobOptions optionsFor(pappl_job_t* job, unsigned int pages);
 /// printer does not take.
 std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& options);
 
-/// Sends bytes to the job's printer; where it does not take them all, the job is aborted, and the
-/// result is false.
+/// Sends bytes to the job's printer, and waits for one on the network that is not there. Where it
+/// does not take them all, the job is aborted, and the result is false; a cancelled job stays one.
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes);
 
 }  // namespace kelp_app

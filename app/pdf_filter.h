@@ -7,9 +7,6 @@ namespace kelp_app {
 
 /// Prints PDF documents, drawn by ghostscript within limits of time, memory and pages. Once, before
 /// the server runs.
-///
-/// A page is enlarged or reduced to the media unless it nearly has their size, and lies in their
-/// middle.
 void addPdfFilter(pappl_system_t* system);
 
 }  // namespace kelp_app

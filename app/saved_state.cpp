@@ -12,11 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kSecondsUnsaved = 1;
-
 /// As long as the server.
 fs::path stateFile;
-bool areJobsBegun = false;
 
 bool saveState(pappl_system_t* system, void* /*unused*/) {
     const fs::path whole = stateFile.string() + ".whole";
@@ -36,25 +33,12 @@ bool saveState(pappl_system_t* system, void* /*unused*/) {
     return true;
 }
 
-/// The framework saves whenever it wakes, else after half a minute. It does not look by itself for
-/// jobs that it has loaded.
-bool stayAwake(pappl_system_t* system, void* /*unused*/) {
-    if (!areJobsBegun) {
-        areJobsBegun = true;
-        papplSystemIteratePrinters(
-            system, [](pappl_printer_t* printer, void* /*unused*/) { papplPrinterResume(printer); },
-            nullptr);
-    }
-    return true;
-}
-
 }  // namespace
 
 void keepState(pappl_system_t* system, const std::filesystem::path& file) {
     stateFile = file;
     papplSystemLoadState(system, stateFile.c_str());
     papplSystemSetSaveCallback(system, saveState, nullptr);
-    papplSystemAddTimerCallback(system, 0, kSecondsUnsaved, stayAwake, nullptr);
 }
 
 std::string withoutRunningJobs(const std::string& state) {

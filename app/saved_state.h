@@ -8,8 +8,8 @@
 
 namespace kelp_app {
 
-/// Keeps the printers and jobs in a file: loads it now, and saves what changes within a second from
-/// when the server runs, whole or not at all. Jobs that wait are begun again after a start. Once.
+/// Keeps the printers and jobs in a file: loads it now, and saves what changes whenever the
+/// server's loop wakes, whole or not at all. Once.
 void keepState(pappl_system_t* system, const std::filesystem::path& file);
 
 /// The framework's saved state with jobs that were under way when it was saved as they should go

@@ -11,13 +11,18 @@
 #include <vector>
 
 #include "app/driver.h"
+#include "app/heartbeat.h"
 #include "app/job_callbacks.h"
 #include "app/job_log.h"
 #include "app/pdf_filter.h"
 #include "app/picture_filter.h"
+#include "app/printer_status.h"
 #include "app/program_name.h"
 #include "app/saved_state.h"
+#include "app/socket_device.h"
 #include "app/state_folder.h"
+#include "app/test_label.h"
+#include "app/translations.h"
 #include "filter/version.h"
 
 namespace kelp_app {
@@ -34,9 +39,10 @@ class ServerOptions {
     ServerOptions(int count, cups_option_t* options) : count_(count), options_(options) {}
     /// Null where it is not given.
     const char* text(const char* name) const { return cupsGetOption(name, count_, options_); }
-    bool isOn(const char* name) const {
-        const char* value = text(name);
-        return value != nullptr && std::string_view(value) == "yes";
+    /// Whether it is the value, and not another or none.
+    bool is(const char* name, std::string_view value) const {
+        const char* given = text(name);
+        return given != nullptr && given == value;
     }
 
   private:
@@ -79,7 +85,8 @@ std::string firstLineOf(const char* path) {
     return line;
 }
 
-void limitPrinter(pappl_printer_t* printer, void* /*unused*/) {
+void preparePrinter(pappl_printer_t* printer, void* /*unused*/) {
+    useOwnSocket(printer);
     papplPrinterSetMaxActiveJobs(printer, kMostJobs);
 }
 
@@ -91,7 +98,7 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     if (port < 0) {
         return refuse("The server-port must be a number from 1 to 65535.");
     }
-    const bool isShared = options.isOn("share");
+    const bool isShared = options.is("share", "yes");
     std::string password;
     if (const char* file = options.text("password-file")) {
         password = firstLineOf(file);
@@ -132,19 +139,24 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
     papplSystemSetMaxClients(system, kMostClients);
     papplSystemSetMaxLogSize(system, kMostLogBytes);
     papplSystemSetMIMECallback(system, recognizeCommands, nullptr);
+    askPrinters(!options.is("status-query", "no"));
+    addSocketDevices();
     addRasterFilters(system);
     addPictureFilters(system);
     addPdfFilter(system);
+    addTranslations(system);
+    addTestLabelFilter(system, folder / "spool");
 
     static std::vector<pappl_pr_driver_t> drivers = driverList();
     papplSystemSetPrinterDrivers(system, static_cast<int>(drivers.size()), drivers.data(),
-                                 recognizeDevice, limitPrinter, describePrinter, nullptr);
+                                 recognizeDevice, preparePrinter, describePrinter, nullptr);
     takeCoreLog();
     if (!papplSystemAddListeners(system, isShared ? nullptr : "localhost")) {
         papplSystemDelete(system);
         return refuse("Unable to listen on the port.");
     }
     keepState(system, folder / "printers.state");
+    keepBeating(system);
     // What the command line says goes before what was saved.
     if (const char* group = options.text("admin-group")) {
         papplSystemSetAdminGroup(system, group);

@@ -10,8 +10,9 @@ namespace kelp_app {
 ///
 /// It listens on the loopback alone, besides the socket that the other subcommands use. The option
 /// "share=yes" opens it to the network, and takes a "password-file" with the password for changes
-/// from there. "state-directory" names the folder of stateFolder(). Otherwise the framework's own
-/// options: server-port, server-hostname, log-file, log-level, auth-service, admin-group.
+/// from there. "state-directory" names the folder of stateFolder(). "status-query=no" asks no
+/// printer how it is. Otherwise the framework's own options: server-port, server-hostname,
+/// log-file, log-level, auth-service, admin-group.
 pappl_system_t* makeServer(int optionCount, cups_option_t* options, void* unused);
 
 }  // namespace kelp_app

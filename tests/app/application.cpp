@@ -5,6 +5,7 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "tests/spooler/wait_until.h"
@@ -65,6 +66,12 @@ Command application_command(const std::filesystem::path& directory,
 
 Application::Application(const std::vector<std::string>& options)
     : options_(options), port_(free_port()) {
+    const bool is_about_questions =
+        std::any_of(options.begin(), options.end(),
+                    [](const std::string& option) { return option.starts_with("status-query="); });
+    if (!is_about_questions) {
+        options_.emplace_back("status-query=no");
+    }
     for (int tries = 1;; ++tries) {
         try {
             start();

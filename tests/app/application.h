@@ -14,7 +14,8 @@ namespace kelp_test {
 // The printer application, running on a port of this machine with folders of its own.
 class Application {
   public:
-    // Starts it with more options, "name=value", and waits until it answers.
+    // Starts it with more options, "name=value", and waits until it answers. Unless they say
+    // otherwise, it asks no printer how it is: all that a printer gets is what is printed.
     explicit Application(const std::vector<std::string>& options = {});
     ~Application();
     Application(const Application&) = delete;

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <set>
+#include <thread>
 
 #include "tests/app/app_test.h"
 #include "tests/app/filter_bytes.h"
+#include "tests/app/silent_port.h"
+#include "tests/support/files.h"
 #include "tests/support/grey_pages.h"
 
 namespace kelp_test {
@@ -23,6 +27,9 @@ class AppLostPrinter : public AppTest {
         Random random(seed);
         page.pixels = noise(page.width, page.height, random);
         return page;
+    }
+    std::string reasons(const std::string& name = "labels") const {
+        return printer(name).attribute("printer-state-reasons");
     }
     static std::string raster(const std::vector<Page>& pages) {
         return raster_stream(pages, CUPS_RASTER_WRITE_PWG);
@@ -70,11 +77,65 @@ TEST_F(AppLostPrinter, AJobWaitsForOneThatIsNotThereYet) {
         const int number = printer().print("image/pwg-raster", raster(pages));
         EXPECT_EQ(printer().finished(number).state, IPP_JSTATE_COMPLETED);
     });
-    EXPECT_TRUE(wait_until([&] { return printer().attribute("printer-state") == "stopped"; }));
+    EXPECT_TRUE(wait_until([&] { return reasons() == "offline"; }));
     device.come_back();
     sender.join();
+    EXPECT_EQ(reasons(), "none");
     ASSERT_TRUE(wait_until([&] { return device.received().size() > before; }));
     EXPECT_EQ(device.received().back(), filter_bytes("label-4inch", pages));
+}
+
+TEST_F(AppLostPrinter, AJobThatWaitsForItCanBeCancelled) {
+    device.go_away_after(0);
+    printer().print("image/pwg-raster", raster(std::vector<Page>(40, sheet(8))));
+    ASSERT_TRUE(wait_until([&] { return device.is_away(); }));
+    std::thread sender([&] { printer().print("image/pwg-raster", raster({sheet(9)})); });
+    EXPECT_TRUE(wait_until([&] { return reasons() == "offline"; }));
+    printer().cancel(2);
+    EXPECT_EQ(printer().finished(2).state, IPP_JSTATE_CANCELED);
+    sender.join();
+    device.come_back();
+    const std::vector<Page> pages = {sheet(10)};
+    EXPECT_EQ(printed("image/pwg-raster", raster(pages)), filter_bytes("label-4inch", pages));
+    EXPECT_EQ(reasons(), "none");
+}
+
+TEST_F(AppLostPrinter, AJobThatWaitsForItPrintsOnceAfterTheServerWasKilled) {
+    device.go_away_after(0);
+    printer().print("image/pwg-raster", raster(std::vector<Page>(40, sheet(11))));
+    ASSERT_TRUE(wait_until([&] { return device.is_away(); }));
+    const std::size_t before = device.received().size();
+    printer().print("application/vnd.kelp-zpl", "^XA^FDonce^FS^XZ");
+    EXPECT_TRUE(wait_until([&] { return reasons() == "offline"; }));
+    // The state is saved within a second or two.
+    EXPECT_TRUE(wait_until([&] {
+        return read_file(application.state_folder() / "printers.state").find("id=\"2\"") !=
+               std::string::npos;
+    }));
+    application.kill_and_restart();
+    device.come_back();
+    ASSERT_TRUE(wait_until([&] { return device.received().size() > before; }));
+    EXPECT_EQ(printer().finished(2).state, IPP_JSTATE_COMPLETED);
+    ASSERT_EQ(device.received().size(), before + 1);
+    EXPECT_EQ(device.received().back(), "^XA^FDonce^FS^XZ");
+}
+
+// An address behind which nothing answers, not even with a refusal.
+TEST_F(AppLostPrinter, OneThatSwallowsEverythingHoldsUpNobody) {
+    const SilentPort silent;
+    application.add_printer("silent", "kelp-label-4inch", silent.device());
+    std::thread sender([&] { printer("silent").print("image/pwg-raster", raster({sheet(12)})); });
+    EXPECT_TRUE(
+        wait_until([&] { return printer("silent").attribute("printer-state") == "processing"; }));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_NE(printer("silent").attribute("printer-state-reasons"), "");
+    const std::vector<Page> pages = {sheet(13)};
+    EXPECT_EQ(printed("image/pwg-raster", raster(pages)), filter_bytes("label-4inch", pages));
+    printer("silent").cancel(1);
+    EXPECT_EQ(printer("silent").finished(1).state, IPP_JSTATE_CANCELED);
+    sender.join();
+    // The framework's own connection waits for half a minute.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 TEST_F(AppLostPrinter, ACancelledJobSendsNoPartOfALabel) {

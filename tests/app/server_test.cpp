@@ -101,42 +101,6 @@ TEST_F(AppRunning, RemembersItsPrinters) {
     EXPECT_EQ(printer("stencils").attribute("printer-make-and-model"), "Kelp Stencil Printer A4");
 }
 
-// A page of the web interface; empty where it is not found.
-std::string web_page(int port, const std::string& path) {
-    const Connection http = connect_to(port);
-    if (!http) {
-        return "";
-    }
-    httpSetField(http.get(), HTTP_FIELD_HOST, "localhost");
-    if (httpGet(http.get(), path.c_str()) != 0) {
-        return "";
-    }
-    http_status_t status = HTTP_STATUS_CONTINUE;
-    while (status == HTTP_STATUS_CONTINUE) {
-        status = httpUpdate(http.get());
-    }
-    EXPECT_EQ(status, HTTP_STATUS_OK) << path;
-    std::string page;
-    char buffer[4096];
-    for (ssize_t size = 1; status == HTTP_STATUS_OK && size > 0;) {
-        size = httpRead2(http.get(), buffer, sizeof buffer);
-        page.append(buffer, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
-    }
-    return page;
-}
-
-TEST_F(AppRunning, HasWebPages) {
-    add_printer("label-4inch");
-    for (const char* path :
-         {"/", "/labels/", "/labels/media", "/labels/printing", "/labels/jobs", "/labels/config"}) {
-        const std::string page = web_page(application.port(), path);
-        EXPECT_NE(page.find("</html>"), std::string::npos) << path << "\n" << page;
-        EXPECT_TRUE(application.is_running()) << path;
-    }
-    const std::string defaults = web_page(application.port(), "/labels/printing");
-    EXPECT_NE(defaults.find("jarvis-judice-ninke"), std::string::npos) << defaults;
-}
-
 std::string password_line(const Application& application) {
     std::istringstream lines(read_file(application.state_folder() / "printers.state"));
     for (std::string line; std::getline(lines, line);) {

@@ -33,8 +33,9 @@ void JobFiles::add(const std::string& name) {
     files_.push_back({name, identityOf(path_ + "/" + name)});
 }
 
-Descriptor JobFiles::openFolder() const {
-    Descriptor folder(::open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+kelp_preview::Descriptor JobFiles::openFolder() const {
+    kelp_preview::Descriptor folder(
+        ::open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat status {};
     if (folder.isOpen() &&
         (fstat(folder.get(), &status) != 0 || identityFrom(status) != identity_)) {
@@ -46,13 +47,13 @@ Descriptor JobFiles::openFolder() const {
 OpenFile JobFiles::open(const std::string& name) const {
     const auto file =
         std::find_if(files_.begin(), files_.end(), [&](const File& f) { return f.name == name; });
-    const Descriptor folder = openFolder();
+    const kelp_preview::Descriptor folder = openFolder();
     if (file == files_.end() || !folder.isOpen()) {
         return {};
     }
     OpenFile result;
     // O_NONBLOCK: another's FIFO in its place would keep us waiting
-    result.descriptor = Descriptor(
+    result.descriptor = kelp_preview::Descriptor(
         openat(folder.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
     if (result.descriptor.isOpen() &&
@@ -67,7 +68,7 @@ OpenFile JobFiles::open(const std::string& name) const {
 }
 
 bool JobFiles::remove() const {
-    const Descriptor folder = openFolder();
+    const kelp_preview::Descriptor folder = openFolder();
     if (!folder.isOpen()) {
         return false;
     }

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 
 namespace kelp_listen {
 
@@ -22,7 +22,7 @@ struct Identity {
 };
 
 struct OpenFile {
-    Descriptor descriptor;  ///< closed where the file is not there any more
+    kelp_preview::Descriptor descriptor;  ///< closed where the file is not there any more
     std::uint64_t size = 0;
     std::string version;  ///< another one for any other file
 };
@@ -51,7 +51,7 @@ class JobFiles {
         std::string name;
         Identity identity;
     };
-    Descriptor openFolder() const;
+    kelp_preview::Descriptor openFolder() const;
 
     std::string path_;
     Identity identity_;

@@ -22,7 +22,8 @@ void tell(const std::string& sender, const std::string& what) {
 
 }  // namespace
 
-JobReceiver::JobReceiver(Descriptor listener, std::string folder, const ReceiverLimits& limits)
+JobReceiver::JobReceiver(kelp_preview::Descriptor listener, std::string folder,
+                         const ReceiverLimits& limits)
     : listener_(std::move(listener)),
       folder_(std::move(folder)),
       limits_(limits),
@@ -65,8 +66,8 @@ void JobReceiver::serve(const PollSet& polls) {
 void JobReceiver::accept() {
     sockaddr_storage address{};
     socklen_t length = sizeof address;
-    Descriptor socket(accept4(listener_.get(), reinterpret_cast<sockaddr*>(&address), &length,
-                              SOCK_NONBLOCK | SOCK_CLOEXEC));
+    kelp_preview::Descriptor socket(accept4(listener_.get(), reinterpret_cast<sockaddr*>(&address),
+                                            &length, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (socket.isOpen()) {
         connections_.push_back(
             {std::move(socket), numericHost(address, length), Clock::now(), nullptr});

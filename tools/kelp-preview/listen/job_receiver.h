@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 #include "tools/kelp-preview/listen/listen_options.h"
 #include "tools/kelp-preview/listen/poll_set.h"
 #include "tools/kelp-preview/listen/unfinished_job.h"
@@ -17,9 +17,10 @@ namespace kelp_listen {
 /// A job whose last byte has come.
 struct ReceivedJob {
     std::unique_ptr<UnfinishedJob> files;
-    std::string sender;     ///< its address
-    std::string remark;     ///< how it ended, if not by the sender's end of stream
-    Descriptor connection;  ///< open until the job is done: some senders wait for that
+    std::string sender;  ///< its address
+    std::string remark;  ///< how it ended, if not by the sender's end of stream
+    kelp_preview::Descriptor
+        connection;  ///< open until the job is done: some senders wait for that
 };
 
 /// Takes jobs as network label printers do: what comes from a connection, up to the sender's end of
@@ -28,7 +29,8 @@ class JobReceiver {
   public:
     /// @param listener non-blocking
     /// @param folder of the jobs
-    JobReceiver(Descriptor listener, std::string folder, const ReceiverLimits& limits);
+    JobReceiver(kelp_preview::Descriptor listener, std::string folder,
+                const ReceiverLimits& limits);
 
     void addTo(PollSet& polls) const;
     /// Takes what has come, without waiting.
@@ -44,7 +46,7 @@ class JobReceiver {
 
   private:
     struct Connection {
-        Descriptor socket;
+        kelp_preview::Descriptor socket;
         std::string sender;
         Clock::time_point silentSince;
         std::unique_ptr<UnfinishedJob> files;  ///< null before the first byte
@@ -57,7 +59,7 @@ class JobReceiver {
     After take(Connection& connection, std::size_t count);
     void end(Connection& connection, const std::string& remark);
 
-    Descriptor listener_;
+    kelp_preview::Descriptor listener_;
     std::string folder_;
     ReceiverLimits limits_;
     std::list<Connection> connections_;

@@ -65,7 +65,7 @@ ListeningSocket listenOn(const std::string& address, std::uint16_t port) {
         throw std::system_error(errno, std::generic_category(), join(address, port));
     };
     ListeningSocket result;
-    result.descriptor = Descriptor(
+    result.descriptor = kelp_preview::Descriptor(
         socket(found->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, found->ai_protocol));
     const int number = result.descriptor.get();
     if (number < 0) {

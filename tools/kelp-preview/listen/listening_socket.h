@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 
 namespace kelp_listen {
 
 /// A socket that takes connections, non-blocking.
 struct ListeningSocket {
-    Descriptor descriptor;
+    kelp_preview::Descriptor descriptor;
     std::string host;  ///< "127.0.0.1", "::1"
     std::string name;  ///< "127.0.0.1:9100", "[::1]:9100"
     bool loopback = true;

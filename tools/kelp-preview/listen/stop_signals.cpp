@@ -15,7 +15,7 @@ StopSignals::StopSignals() {
         sigaddset(&signals, signal);
     }
     sigprocmask(SIG_BLOCK, &signals, nullptr);
-    descriptor_ = Descriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+    descriptor_ = kelp_preview::Descriptor(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
     if (!descriptor_.isOpen()) {
         throw std::system_error(errno, std::generic_category(), "signalfd");
     }

@@ -1,7 +1,7 @@
 #ifndef KELP_TOOLS_KELP_PREVIEW_LISTEN_STOP_SIGNALS_H
 #define KELP_TOOLS_KELP_PREVIEW_LISTEN_STOP_SIGNALS_H
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 
 namespace kelp_listen {
 
@@ -17,7 +17,7 @@ class StopSignals {
     bool came();
 
   private:
-    Descriptor descriptor_;
+    kelp_preview::Descriptor descriptor_;
 };
 
 }  // namespace kelp_listen

@@ -60,7 +60,7 @@ bool renameToFree(const std::string& from, const std::string& to) {
 }  // namespace
 
 UnfinishedJob::UnfinishedJob(const std::string& folder) : files_(makeHiddenFolder(folder)) {
-    stream_ = Descriptor(
+    stream_ = kelp_preview::Descriptor(
         open(streamPath().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     if (!stream_.isOpen()) {
         const int error = errno;

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 #include "tools/kelp-preview/listen/job_files.h"
 
 namespace kelp_listen {
@@ -42,7 +42,7 @@ class UnfinishedJob {
 
   private:
     JobFiles files_;
-    Descriptor stream_;
+    kelp_preview::Descriptor stream_;
     std::uint64_t bytes_ = 0;
     bool kept_ = false;
 };

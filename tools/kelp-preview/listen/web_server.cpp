@@ -60,7 +60,7 @@ std::size_t leaveEscapes(void* /*site*/, MHD_Connection* /*connection*/, char* t
 
 }  // namespace
 
-WebServer::WebServer(Descriptor listener, const WebSite& site)
+WebServer::WebServer(kelp_preview::Descriptor listener, const WebSite& site)
     : daemon_(MHD_start_daemon(
           MHD_USE_EPOLL, 0, nullptr, nullptr, onRequest, const_cast<WebSite*>(&site),
           MHD_OPTION_LISTEN_SOCKET, listener.get(), MHD_OPTION_CONNECTION_LIMIT, kConnections,

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "tools/kelp-preview/listen/descriptor.h"
+#include "preview/descriptor.h"
 #include "tools/kelp-preview/listen/poll_set.h"
 #include "tools/kelp-preview/listen/web_site.h"
 
@@ -18,7 +18,7 @@ class WebServer {
     /// @param listener non-blocking
     /// @param site borrowed, it must outlive the server
     /// Throws std::runtime_error.
-    WebServer(Descriptor listener, const WebSite& site);
+    WebServer(kelp_preview::Descriptor listener, const WebSite& site);
     ~WebServer();
     WebServer(const WebServer&) = delete;
     WebServer& operator=(const WebServer&) = delete;

@@ -1,11 +1,11 @@
-#ifndef KELP_TOOLS_KELP_PREVIEW_LISTEN_DESCRIPTOR_H
-#define KELP_TOOLS_KELP_PREVIEW_LISTEN_DESCRIPTOR_H
+#ifndef KELP_PREVIEW_DESCRIPTOR_H
+#define KELP_PREVIEW_DESCRIPTOR_H
 
 #include <unistd.h>
 
 #include <utility>
 
-namespace kelp_listen {
+namespace kelp_preview {
 
 /// Owns a file descriptor, or none.
 class Descriptor {
@@ -34,6 +34,6 @@ class Descriptor {
     int number_ = -1;
 };
 
-}  // namespace kelp_listen
+}  // namespace kelp_preview
 
 #endif

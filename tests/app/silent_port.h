@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/descriptor.h"
+
+namespace kelp_test {
+
+// A port that neither takes a connection nor refuses it.
+class SilentPort {
+  public:
+    SilentPort();
+    int port() const { return port_; }
+    std::string device() const { return "socket://127.0.0.1:" + std::to_string(port_); }
+
+  private:
+    Descriptor listener_;
+    int port_ = 0;
+    std::vector<Descriptor> waiting_;  // as many as the port lets wait
+};
+
+}  // namespace kelp_test

@@ -1,0 +1,136 @@
+// Printers that tell how they are, and printers that do not.
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+#include "tests/app/app_test.h"
+#include "tests/support/descriptor.h"
+
+namespace kelp_test {
+namespace {
+
+// A printer that answers "~HS" with what it is told to.
+class TalkingPrinter {
+  public:
+    TalkingPrinter() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto* const any = reinterpret_cast<sockaddr*>(&address);
+        socklen_t size = sizeof address;
+        bind(listener_.get(), any, size);
+        listen(listener_.get(), 8);
+        getsockname(listener_.get(), any, &size);
+        port_ = ntohs(address.sin_port);
+        thread_ = std::thread([this] { serve(); });
+    }
+    ~TalkingPrinter() {
+        is_over_ = true;
+        thread_.join();
+    }
+    TalkingPrinter(const TalkingPrinter&) = delete;
+    TalkingPrinter& operator=(const TalkingPrinter&) = delete;
+
+    std::string device() const { return "socket://127.0.0.1:" + std::to_string(port_); }
+    void answer_with(const std::string& text) {
+        const std::lock_guard lock(mutex_);
+        answer_ = text;
+    }
+
+  private:
+    void serve() {
+        while (!is_over_) {
+            pollfd event{listener_.get(), POLLIN, 0};
+            if (poll(&event, 1, 50) <= 0) {
+                continue;
+            }
+            const Descriptor client(accept(listener_.get(), nullptr, nullptr));
+            std::array<char, 4096> piece{};
+            std::string question;
+            ssize_t count = 0;
+            while (!question.ends_with("~HS\r\n") &&
+                   (count = read(client.get(), piece.data(), piece.size())) > 0) {
+                question.append(piece.data(), static_cast<std::size_t>(count));
+            }
+            const std::lock_guard lock(mutex_);
+            if (count > 0) {
+                send(client.get(), answer_.data(), answer_.size(), MSG_NOSIGNAL);
+            }
+        }
+    }
+
+    Descriptor listener_;
+    int port_ = 0;
+    std::atomic<bool> is_over_ = false;
+    std::mutex mutex_;
+    std::string answer_;
+    std::thread thread_;
+};
+
+std::string status(const std::string& first, const std::string& second) {
+    return "\x02" + first + ",1245,000,0,0,0,000,0,0,0\x03\r\n\x02" + second +
+           ",0,0,2,4,0,00000000,1,000\x03\r\n\x02"
+           "1234,0\x03\r\n";
+}
+
+class AppStatus : public testing::Test {
+  protected:
+    std::string reasons(const std::string& name) const {
+        return IppPrinter(application.port(), name).attribute("printer-state-reasons");
+    }
+    // Whoever looks again sees it.
+    testing::AssertionResult becomes(const std::string& name, const std::string& expected) const {
+        std::string last;
+        if (wait_until([&] { return (last = reasons(name)) == expected; })) {
+            return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure() << last;
+    }
+
+    Application application{{"status-query=yes"}};
+};
+
+TEST_F(AppStatus, TellsWhatThePrinterTells) {
+    TalkingPrinter talking;
+    talking.answer_with(status("030,1,0", "000,0,0"));
+    application.add_printer("talking", "kelp-label-4inch", talking.device());
+    EXPECT_TRUE(becomes("talking", "media-empty"));
+    talking.answer_with(status("030,0,0", "000,0,1"));
+    EXPECT_TRUE(becomes("talking", "cover-open"));
+    talking.answer_with(status("030,0,1", "000,0,0"));
+    EXPECT_TRUE(becomes("talking", "other"));
+    talking.answer_with(status("030,0,0", "000,0,0"));
+    EXPECT_TRUE(becomes("talking", "none"));
+}
+
+TEST_F(AppStatus, TellsOfAPrinterThatIsNotThere) {
+    SocketPrinter away;
+    away.go_away_after(0);
+    application.add_printer("away", "kelp-label-4inch", away.device());
+    // The first connection is dropped, the next refused.
+    IppPrinter(application.port(), "away").print("application/vnd.kelp-zpl", "^XA^XZ");
+    EXPECT_TRUE(becomes("away", "offline"));
+}
+
+TEST_F(AppStatus, IsAskedOnceOfAPrinterThatDoesNotAnswer) {
+    SocketPrinter mute;
+    application.add_printer("mute", "kelp-label-4inch", mute.device());
+    EXPECT_TRUE(wait_until([&] { return reasons("mute") == "none" && !mute.received().empty(); }));
+    for (int i = 0; i < 6; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(700));
+        EXPECT_EQ(reasons("mute"), "none");
+    }
+    EXPECT_EQ(mute.received(), std::vector<std::string>{"~HS\r\n"});
+}
+
+}  // namespace
+}  // namespace kelp_test
