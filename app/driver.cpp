@@ -156,8 +156,10 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
     const int dotsPerInch = kelpTextToInt(model->resolution);
     printer->x_resolution[0] = printer->y_resolution[0] = dotsPerInch;
     printer->x_default = printer->y_default = dotsPerInch;
-    // The head prints from edge to edge.
+    // The head prints from edge to edge. Sizes without any margin alone would have names of their
+    // own in the spooler's driverless queues, and the default none: those take a margin of no dot.
     printer->borderless = true;
+    printer->left_right = printer->bottom_top = 1;  // hundredth of a millimetre
 
     describeMedia(*model, *printer);
     printer->mode_supported = supportedModes(*model);

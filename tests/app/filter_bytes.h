@@ -12,4 +12,7 @@ namespace kelp_test {
 std::string filter_bytes(const std::string& model, const std::vector<Page>& pages,
                          const std::string& options = {});
 
+// The same of a raster as a spooler's filters made it.
+std::string filter_bytes_of_raster(const std::string& model, const std::string& raster);
+
 }  // namespace kelp_test

@@ -38,8 +38,8 @@ void link_programs(const fs::path& programs) {
     for (const char* name :
          {"filter/gstopdf", "filter/gstoraster", "filter/gziptoany", "filter/imagetopdf",
           "filter/imagetoraster", "filter/pdftopdf", "filter/pdftops", "filter/pstops",
-          "filter/texttopdf", "filter/texttotext", "backend/socket", "daemon/cups-driverd",
-          "daemon/cups-exec"}) {
+          "filter/rastertopwg", "filter/texttopdf", "filter/texttotext", "backend/ipp",
+          "backend/socket", "daemon/cups-driverd", "daemon/cups-exec"}) {
         fs::create_directories((programs / name).parent_path());
         fs::create_symlink(system / name, programs / name);
     }
