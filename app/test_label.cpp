@@ -1,13 +1,12 @@
 #include "app/test_label.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,7 +14,7 @@
 #include "app/drawn_document.h"
 #include "app/job_callbacks.h"
 #include "app/test_label_texts.h"
-#include "filter/output_file.h"
+#include "preview/descriptor.h"
 
 namespace kelp_app {
 
@@ -28,13 +27,13 @@ std::filesystem::path documents;
 class NewFile {
   public:
     explicit NewFile(std::string_view content) : path_((documents / "test-label-XXXXXX").string()) {
-        const int descriptor = mkostemp(path_.data(), O_CLOEXEC);
-        const std::unique_ptr<std::FILE, CFileCloser> file(descriptor >= 0 ? fdopen(descriptor, "w")
-                                                                           : nullptr);
-        if (!file || std::fwrite(content.data(), 1, content.size(), file.get()) != content.size() ||
-            std::fflush(file.get()) != 0) {
-            throw std::runtime_error("Unable to make the file " + path_ + ": " +
-                                     std::strerror(errno));
+        const kelp_preview::Descriptor file(mkostemp(path_.data(), O_CLOEXEC));
+        if (!file.isOpen() || write(file.get(), content.data(), content.size()) !=
+                                  static_cast<ssize_t>(content.size())) {
+            const int error = errno;
+            unlink(path_.c_str());
+            throw std::runtime_error("Unable to write the file " + path_ + ": " +
+                                     std::strerror(error) + ".");
         }
     }
     NewFile(const NewFile&) = delete;

@@ -19,16 +19,21 @@ Watchdog::~Watchdog() {
 void Watchdog::feed() {
     {
         const std::lock_guard lock(mutex_);
-        isFed_ = true;
+        ++meals_;
     }
     changed_.notify_all();
 }
 
 void Watchdog::watch() {
     std::unique_lock lock(mutex_);
-    while (!isOver_) {
-        isFed_ = false;
-        if (!changed_.wait_for(lock, limit_, [this] { return isFed_ || isOver_; })) {
+    while (true) {
+        const unsigned int before = meals_;
+        const bool isWell =
+            changed_.wait_for(lock, limit_, [&] { return meals_ != before || isOver_; });
+        if (isOver_) {
+            return;
+        }
+        if (!isWell) {
             lock.unlock();
             bark_();
             lock.lock();

@@ -28,7 +28,7 @@ class Watchdog {
     std::function<void()> bark_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    bool isFed_ = false;
+    unsigned int meals_ = 0;
     bool isOver_ = false;
     std::thread thread_;
 };
