@@ -1,5 +1,7 @@
 #include "app/job_log.h"
 
+#include <utility>
+
 #include "filter/log.h"
 
 namespace kelp_app {
@@ -27,12 +29,10 @@ void takeCoreLog() {
     kelpSetLogSink(logLine);
 }
 
-JobLog::JobLog(pappl_job_t* job) {
-    loggedJob = job;
-}
+JobLog::JobLog(pappl_job_t* job) : before_(std::exchange(loggedJob, job)) {}
 
 JobLog::~JobLog() {
-    loggedJob = nullptr;
+    loggedJob = before_;
 }
 
 }  // namespace kelp_app

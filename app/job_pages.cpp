@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "app/abort_job.h"
 #include "app/choices.h"
@@ -54,6 +55,14 @@ bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view b
            abortJob(
                job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
                "The printer was lost in the middle of the job; what was sent may have printed.");
+}
+
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, Label label) {
+    const bool isSent = deliverOrAbort(job, device, std::string_view(label.commands));
+    if (isSent) {
+        keepLastLabel(papplPrinterGetID(papplJobGetPrinter(job)), std::move(label));
+    }
+    return isSent;
 }
 
 }  // namespace kelp_app

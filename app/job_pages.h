@@ -24,6 +24,9 @@ std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& op
 /// does not take them all, the job is aborted, and the result is false; a cancelled job stays one.
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes);
 
+/// Sends a label likewise, and keeps it as the printer's last one. Throws std::bad_alloc.
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, Label label);
+
 }  // namespace kelp_app
 
 #endif

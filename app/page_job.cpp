@@ -31,12 +31,14 @@ void PageJob::writeRow(unsigned int y, const unsigned char* row) {
     }
 }
 
-std::string PageJob::endPage() {
+Label PageJob::endPage() {
     if (rowsToCome_ > 0) {
         throw FitError("The raster to print is cut short: " + std::to_string(rowsToCome_) +
                        " rows of page " + std::to_string(page_) + " are missing.");
     }
-    return encodeLabel(settings_, header_, pixels_.data(), page_);
+    Label label{settings_, header_, pixels_, {}};
+    label.commands = encodeLabel(settings_, header_, pixels_.data(), page_);
+    return label;
 }
 
 }  // namespace kelp_app

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/last_label.h"
 #include "filter/settings.h"
 #include "fitter/row_fitter.h"
 #include "fitter/target_page.h"
@@ -25,9 +26,9 @@ class PageJob {
     /// Takes a row of the page that was begun; those below the target are left out.
     /// @param row cupsBytesPerLine bytes of the page's header
     void writeRow(unsigned int y, const unsigned char* row);
-    /// The label's printer commands. Throws FitError for a page of which rows are missing: half a
-    /// label is worse than none; std::bad_alloc.
-    std::string endPage();
+    /// The page and its printer commands. Throws FitError for a page of which rows are missing:
+    /// half a label is worse than none; std::bad_alloc.
+    Label endPage();
 
   private:
     Settings settings_;

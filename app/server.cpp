@@ -14,6 +14,7 @@
 #include "app/heartbeat.h"
 #include "app/job_callbacks.h"
 #include "app/job_log.h"
+#include "app/label_web_page.h"
 #include "app/pdf_filter.h"
 #include "app/picture_filter.h"
 #include "app/printer_status.h"
@@ -87,6 +88,7 @@ std::string firstLineOf(const char* path) {
 
 void preparePrinter(pappl_printer_t* printer, void* /*unused*/) {
     useOwnSocket(printer);
+    addLabelPage(printer);
     papplPrinterSetMaxActiveJobs(printer, kMostJobs);
 }
 

@@ -42,7 +42,7 @@ ipp_t* IppPrinter::request(ipp_op_t operation) const {
 }
 
 IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document,
-                                     const std::function<void()>& between) const {
+                                     const Pause& pause) const {
     const Connection http = connect_to(port_);
     if (!http) {
         ippDelete(request);
@@ -52,13 +52,13 @@ IppPrinter::Response IppPrinter::ask(ipp_t* request, const std::string& document
                                                  ippLength(request) + document.size());
     ippDelete(request);
     if (status == HTTP_STATUS_CONTINUE && !document.empty()) {
-        const std::size_t half = between ? document.size() / 2 : 0;
-        if (between) {
-            cupsWriteRequestData(http.get(), document.data(), half);
+        if (pause.during) {
+            cupsWriteRequestData(http.get(), document.data(), pause.after);
             httpFlushWrite(http.get());
-            between();
+            pause.during();
         }
-        cupsWriteRequestData(http.get(), document.data() + half, document.size() - half);
+        cupsWriteRequestData(http.get(), document.data() + pause.after,
+                             document.size() - pause.after);
     }
     Response response(cupsGetResponse(http.get(), resource_.c_str()), ippDelete);
     if (!response || ippGetStatusCode(response.get()) >= IPP_STATUS_REDIRECTION_OTHER_SITE) {
@@ -86,9 +86,9 @@ int IppPrinter::print(const std::string& format, const std::string& document,
     return number_of(ask(job, document).get());
 }
 
-int IppPrinter::print_in_halves(const std::string& format, const std::string& document,
-                                const std::function<void()>& between) const {
-    return number_of(ask(print_job(format), document, between).get());
+int IppPrinter::print_with_pause(const std::string& format, const std::string& document,
+                                 const Pause& pause) const {
+    return number_of(ask(print_job(format), document, pause).get());
 }
 
 IppJob IppPrinter::finished(int job) const {

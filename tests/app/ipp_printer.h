@@ -36,9 +36,13 @@ class IppPrinter {
     // refused.
     int print(const std::string& format, const std::string& document,
               const Ticket& ticket = {}) const;
-    // The same, with something to do when half of the document is sent.
-    int print_in_halves(const std::string& format, const std::string& document,
-                        const std::function<void()>& between) const;
+    // The same, with something to do when so many bytes of the document are sent.
+    struct Pause {
+        std::size_t after = 0;
+        std::function<void()> during;
+    };
+    int print_with_pause(const std::string& format, const std::string& document,
+                         const Pause& pause) const;
     // Waits for its end.
     IppJob finished(int job) const;
     void cancel(int job) const;
@@ -47,8 +51,10 @@ class IppPrinter {
 
   private:
     using Response = std::unique_ptr<ipp_t, decltype(&ippDelete)>;
-    Response ask(ipp_t* request, const std::string& document = {},
-                 const std::function<void()>& between = {}) const;
+    Response ask(ipp_t* request, const std::string& document, const Pause& pause) const;
+    Response ask(ipp_t* request, const std::string& document = {}) const {
+        return ask(request, document, {});
+    }
     ipp_t* request(ipp_op_t operation) const;
     ipp_t* print_job(const std::string& format) const;
 

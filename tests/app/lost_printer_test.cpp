@@ -157,12 +157,15 @@ TEST_F(AppLostPrinter, ACancelledJobSendsNoPartOfALabel) {
 }
 
 TEST_F(AppLostPrinter, AJobThatIsCancelledInTheMiddleOfAPageDoesNotPrintIt) {
-    const int number = printer().print_in_halves("image/pwg-raster", raster({sheet(6)}), [&] {
+    const std::string document = raster({sheet(6)});
+    const auto cancel = [&] {
         EXPECT_TRUE(wait_until([&] {
             return application.log().find("Page 1 raster data is 812x1218x8") != std::string::npos;
         }));
         printer().cancel(1);
-    });
+    };
+    const int number =
+        printer().print_with_pause("image/pwg-raster", document, {document.size() / 2, cancel});
     EXPECT_EQ(printer().finished(number).state, IPP_JSTATE_CANCELED);
     const std::vector<Page> pages = {sheet(7)};
     EXPECT_EQ(printed("image/pwg-raster", raster(pages)), filter_bytes("label-4inch", pages));

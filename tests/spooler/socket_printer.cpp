@@ -181,6 +181,9 @@ void SocketPrinter::take(Descriptor connection) {
             current.ended = count == 0;
             return;
         }
+        if (current.bytes.empty()) {
+            current.began = std::chrono::steady_clock::now();
+        }
         current.bytes.append(buffer.data(), static_cast<std::size_t>(count));
         if (current.bytes.size() >= away_limit_) {
             shutdown(listener_.get(), SHUT_RDWR);

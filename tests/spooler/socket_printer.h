@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <limits>
@@ -18,8 +19,9 @@ class SocketPrinter {
   public:
     struct Connection {
         std::string bytes;
-        bool ended = false;   // by the sender, after its last byte
-        bool closed = false;  // for whatever reason
+        std::chrono::steady_clock::time_point began;  // when the first of them came
+        bool ended = false;                           // by the sender, after its last byte
+        bool closed = false;                          // for whatever reason
     };
 
     SocketPrinter();
