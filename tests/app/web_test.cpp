@@ -117,7 +117,9 @@ TEST_F(AppWeb, IsSeenInABrowser) {
     std::filesystem::create_directories(KELP_ARTIFACTS);
     const std::vector<std::pair<std::string, std::string>> views = {
         {"/", "home"}, {"/labels/printing", "printing"}, {"/labels/last-label", "last-label"}};
-    for (const auto& [path, name] : views) {
+    for (const auto& view : views) {
+        const std::string& path = view.first;
+        const std::string& name = view.second;
         browser.open(base + path);
         EXPECT_TRUE(wait_until([&] {
             return browser.evaluate("location.pathname === '" + path +
