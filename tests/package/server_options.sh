@@ -9,7 +9,7 @@ server=$1 header=$2 attributes=$3 page=$4
 status=0
 wrong() { echo "$*" && status=1; }
 
-read_options=$(grep -oE '\.(text|isOn)\("[a-z-]+"\)' "$server" | cut -d'"' -f2 | sort -u)
+read_options=$(grep -oE '\.(text|is)\("[a-z-]+"' "$server" | cut -d'"' -f2 | sort -u)
 (($(wc -w <<<"$read_options") >= 9)) || wrong "only these options found in $server: $read_options"
 told=$(sed -n '/^\.Ss Options of the server/,/^\.Ss Options of jobs/s/^\.It Cm \([a-z-]*\) .*/\1/p' "$page" |
     sort -u)
