@@ -2,6 +2,9 @@
 //
 //     fuzz_seeds FOLDER      writes FOLDER/TARGET/NAME
 
+#include <cups/raster.h>
+
+#include <cstddef>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -113,6 +116,16 @@ void make_changed_headers(Seeds& seeds, const std::string& stream, Random& rando
     }
 }
 
+// A packed stream whose header names a row that libcups finds no room for.
+std::string with_a_huge_row(const Picture& picture) {
+    std::string stream = kelp_test::raster_stream({page_of(picture)}, CUPS_RASTER_WRITE_COMPRESSED);
+    const unsigned huge = 0xF0000000;
+    const std::size_t sync_word = 4;
+    stream.replace(sync_word + offsetof(cups_page_header2_t, cupsBytesPerLine), sizeof huge,
+                   reinterpret_cast<const char*>(&huge), sizeof huge);
+    return stream;
+}
+
 void make_page_loop(Seeds seeds) {
     Random random(1);
     const std::vector<Picture> all = pictures(random);
@@ -128,6 +141,7 @@ void make_page_loop(Seeds seeds) {
     const std::string plain(RasterJob::plan_size, '\0');
     seeds.add(plain + "no raster");
     seeds.add(plain + kelp_test::raster_stream({page_of(all[3])}, CUPS_RASTER_WRITE_COMPRESSED));
+    seeds.add(plain + with_a_huge_row(all[3]));
     seeds.add(plain + kelp_test::swapped_raster_stream({raw_page(page_of(all[2]))}));
 }
 
@@ -144,6 +158,9 @@ void make_page_fitter(Seeds seeds) {
             }
         }
     }
+    std::string plan(RasterJob::plan_size, '\0');
+    plan[RasterJob::own] = plan[RasterJob::own + 1] = 12;  // dots of the page, across and down
+    seeds.add(plan + with_a_huge_row(pictures(random)[3]));
 }
 
 void make_settings(Seeds seeds) {
