@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace kelp_app {
 
@@ -92,12 +93,14 @@ Descriptor connectTo(const addrinfo& address, milliseconds limit, const IsPatien
 }
 
 /// Not open, with a reason, where there is none.
-Descriptor connectTo(const std::string& host, const std::string& port, milliseconds limit,
-                     const IsPatient& isPatient, std::string& why) {
+Descriptor connectTo(const PrinterAddress& printer, milliseconds limit, const IsPatient& isPatient,
+                     std::string& why) {
+    const std::string port = std::to_string(printer.port);
     addrinfo wanted{};
     wanted.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
-    if (const int error = getaddrinfo(host.c_str(), port.c_str(), &wanted, &found); error != 0) {
+    if (const int error = getaddrinfo(printer.host.c_str(), port.c_str(), &wanted, &found);
+        error != 0) {
         why = gai_strerror(error);
         return {};
     }
@@ -130,15 +133,14 @@ bool sendAll(const Descriptor& connection, std::string_view bytes) {
 
 }  // namespace
 
-PrinterSocket::PrinterSocket(std::string host, int port)
-    : host_(std::move(host)), port_(std::to_string(port)) {}
+PrinterSocket::PrinterSocket(PrinterAddress address) : address_(std::move(address)) {}
 
 bool PrinterSocket::connect(Sender& sender) {
     const auto isPatient = [&] { return sender.isPatient(); };
     bool isAway = false;
     while (isPatient()) {
         std::string why;
-        connection_ = connectTo(host_, port_, kConnecting, isPatient, why);
+        connection_ = connectTo(address_, kConnecting, isPatient, why);
         if (connection_.isOpen()) {
             sender.isThere();
             return true;
@@ -166,13 +168,13 @@ bool PrinterSocket::send(std::string_view bytes, Sender& sender) {
     return true;
 }
 
-PrinterSocket::Answer PrinterSocket::ask(std::string_view question, char ends, int parts,
-                                         milliseconds limit) {
+PrinterAnswer askPrinter(const PrinterAddress& address, std::string_view question, char ends,
+                         int parts, milliseconds limit) {
     const auto until = Clock::now() + limit;
     std::string unused;
     const Descriptor connection = connectTo(
-        host_, port_, limit, [&] { return Clock::now() < until; }, unused);
-    Answer answer{connection.isOpen(), ""};
+        address, limit, [&] { return Clock::now() < until; }, unused);
+    PrinterAnswer answer{connection.isOpen(), ""};
     if (!answer.isThere || !sendAll(connection, question)) {
         return answer;
     }

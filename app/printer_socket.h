@@ -9,6 +9,12 @@
 
 namespace kelp_app {
 
+/// Where a printer listens. Nothing is looked up until somebody connects.
+struct PrinterAddress {
+    std::string host;  ///< a name or an address
+    int port;
+};
+
 /// A sender, while a printer is not there.
 class Sender {
   public:
@@ -28,31 +34,30 @@ class Sender {
 /// sends. One thread at a time.
 class PrinterSocket {
   public:
-    /// @param host a name or an address; nothing is looked up yet
-    PrinterSocket(std::string host, int port);
+    explicit PrinterSocket(PrinterAddress address);
 
     /// Sends all bytes; a printer that is not there is tried again and again. False where the
     /// sender has lost its patience, or the connection broke: nobody knows how much of what was
     /// sent has arrived. The next call connects anew.
     bool send(std::string_view bytes, Sender& sender);
 
-    struct Answer {
-        bool isThere = false;  ///< the printer
-        std::string bytes;     ///< empty where not all of it came in time
-    };
-
-    /// Sends a question over a connection of its own and waits for the answer.
-    /// @param ends of the answer's parts, as many as `parts`
-    /// @param limit for all of it
-    Answer ask(std::string_view question, char ends, int parts, std::chrono::milliseconds limit);
-
   private:
     bool connect(Sender& sender);
 
-    std::string host_;
-    std::string port_;
+    PrinterAddress address_;
     kelp_preview::Descriptor connection_;
 };
+
+struct PrinterAnswer {
+    bool isThere = false;  ///< the printer
+    std::string bytes;     ///< empty where not all of it came in time
+};
+
+/// Sends a printer a question over a connection of its own and waits for the answer.
+/// @param ends of the answer's parts, as many as `parts`
+/// @param limit for all of it
+PrinterAnswer askPrinter(const PrinterAddress& address, std::string_view question, char ends,
+                         int parts, std::chrono::milliseconds limit);
 
 }  // namespace kelp_app
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "app/host_status.h"
+#include "app/printer_socket.h"
 #include "app/socket_device.h"
 
 namespace kelp_app {
@@ -46,7 +47,7 @@ Looks& looks() {
     return forever;
 }
 
-void note(Look& look, const PrinterSocket::Answer& answer) {
+void note(Look& look, const PrinterAnswer& answer) {
     look.isAsked = false;
     const auto now = Clock::now();
     if (!answer.isThere) {
@@ -62,10 +63,10 @@ void note(Look& look, const PrinterSocket::Answer& answer) {
 }
 
 /// In a thread of its own, which knows nothing of the framework: the printer may be gone by then.
-void ask(int printer, PrinterSocket socket) {
-    PrinterSocket::Answer answer;
+void ask(int printer, const PrinterAddress& address) {
+    PrinterAnswer answer;
     try {
-        answer = socket.ask(kStatusQuestion, kStatusLineEnd, kStatusLines, kAnswering);
+        answer = askPrinter(address, kStatusQuestion, kStatusLineEnd, kStatusLines, kAnswering);
     } catch (const std::bad_alloc&) {
         answer = {true, ""};
     }
@@ -79,8 +80,8 @@ std::optional<Reasons> renew(int printer, const char* deviceUri) {
     Look& look = looks().ofPrinters[printer];
     const std::optional<Reasons> found = std::exchange(look.reasons, std::nullopt);
     if (!look.isAsked && Clock::now() >= look.next) {
-        if (std::optional<PrinterSocket> socket = socketTo(deviceUri)) {
-            std::thread(ask, printer, std::move(*socket)).detach();
+        if (const auto address = addressOf(deviceUri)) {
+            std::thread(ask, printer, *address).detach();
             look.isAsked = true;
         }
     }

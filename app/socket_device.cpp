@@ -24,12 +24,12 @@ PrinterSocket* dataOf(pappl_device_t* device) {
 
 bool openDevice(pappl_device_t* device, const char* uri, const char* /*job*/) {
     try {
-        std::optional<PrinterSocket> socket = socketTo(uri);
-        if (!socket) {
+        std::optional<PrinterAddress> address = addressOf(uri);
+        if (!address) {
             papplDeviceError(device, "The device \"%s\" is no address of a printer.", uri);
             return false;
         }
-        papplDeviceSetData(device, new PrinterSocket(std::move(*socket)));
+        papplDeviceSetData(device, new PrinterSocket(std::move(*address)));
         return true;
     } catch (const std::bad_alloc&) {
         return false;
@@ -79,7 +79,7 @@ void useOwnSocket(pappl_printer_t* printer) {
     }
 }
 
-std::optional<PrinterSocket> socketTo(const char* deviceUri) {
+std::optional<PrinterAddress> addressOf(const char* deviceUri) {
     char scheme[32];
     char user[256];
     char host[256];
@@ -90,7 +90,7 @@ std::optional<PrinterSocket> socketTo(const char* deviceUri) {
                         host, sizeof host, &port, resource, sizeof resource) < HTTP_URI_STATUS_OK) {
         return std::nullopt;
     }
-    return PrinterSocket(host, port > 0 ? port : kUsualPort);
+    return PrinterAddress{host, port > 0 ? port : kUsualPort};
 }
 
 PrinterSocket* socketOf(pappl_printer_t* printer, pappl_device_t* device) {

@@ -21,8 +21,8 @@ void addSocketDevices();
 /// Turns a printer of the framework's sockets, when it is made, into one of ours.
 void useOwnSocket(pappl_printer_t* printer);
 
-/// A connection of its own to the port of a device; none for another kind of device.
-std::optional<PrinterSocket> socketTo(const char* deviceUri);
+/// Where such a device's printer listens; none for another kind of device.
+std::optional<PrinterAddress> addressOf(const char* deviceUri);
 
 /// The connection of a printer's open device; null for another kind of device.
 PrinterSocket* socketOf(pappl_printer_t* printer, pappl_device_t* device);

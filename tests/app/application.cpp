@@ -1,13 +1,12 @@
 #include "tests/app/application.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <stdexcept>
 
+#include "tests/spooler/local_port.h"
 #include "tests/spooler/wait_until.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
@@ -15,29 +14,14 @@
 namespace kelp_test {
 namespace {
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 // One that nobody listens on now.
 int free_port() {
-    const Descriptor probe(socket(AF_INET, SOCK_STREAM, 0));
-    sockaddr_in address = loopback(0);
-    socklen_t size = sizeof address;
-    if (bind(probe.get(), reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-        getsockname(probe.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-        throw std::runtime_error("no port is free");
-    }
-    return ntohs(address.sin_port);
+    return port_of(bound_to_any_port());
 }
 
 bool is_answered(int port) {
     const Descriptor probe(socket(AF_INET, SOCK_STREAM, 0));
-    const sockaddr_in address = loopback(port);
+    const sockaddr_in address = local_address(port);
     return connect(probe.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 

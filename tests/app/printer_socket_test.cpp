@@ -19,11 +19,6 @@ using kelp_test::SocketPrinter;
 using kelp_test::wait_until;
 using std::chrono::milliseconds;
 
-int port_of(const SocketPrinter& printer) {
-    const std::string device = printer.device();
-    return std::stoi(device.substr(device.rfind(':') + 1));
-}
-
 class TestSender : public Sender {
   public:
     bool isPatient() override { return is_patient; }
@@ -50,7 +45,7 @@ class AppPrinterSocket : public testing::Test {
 
     SocketPrinter printer;
     TestSender sender;
-    PrinterSocket socket{"localhost", port_of(printer)};
+    PrinterSocket socket{{"localhost", printer.port()}};
 };
 
 TEST_F(AppPrinterSocket, SendsAllInOneConnection) {
@@ -72,7 +67,7 @@ TEST_F(AppPrinterSocket, WaitsForAPrinterThatIsNotThere) {
     printer.go_away_after(1);
     socket.send("x", sender);
     ASSERT_TRUE(wait_until([&] { return printer.is_away(); }));
-    PrinterSocket other{"localhost", port_of(printer)};
+    PrinterSocket other({"localhost", printer.port()});
     std::thread thread([&] { EXPECT_TRUE(other.send("label", sender)); });
     EXPECT_TRUE(wait_until([&] { return sender.away == 1; }));
     std::this_thread::sleep_for(milliseconds(1500));
@@ -102,7 +97,7 @@ TEST_F(AppPrinterSocket, TellsOfABrokenConnectionAndMakesANewOne) {
 
 TEST_F(AppPrinterSocket, GivesUpAPortThatNeverAnswersWithItsSender) {
     const SilentPort silent;
-    PrinterSocket waiting("127.0.0.1", silent.port());
+    PrinterSocket waiting({"127.0.0.1", silent.port()});
     std::thread thread([&] { EXPECT_FALSE(waiting.send("label", sender)); });
     std::this_thread::sleep_for(milliseconds(300));
     const auto start = std::chrono::steady_clock::now();
@@ -112,7 +107,7 @@ TEST_F(AppPrinterSocket, GivesUpAPortThatNeverAnswersWithItsSender) {
 }
 
 TEST_F(AppPrinterSocket, TellsOfANameThatThereIsNot) {
-    PrinterSocket nobody("printer.invalid", 9100);
+    PrinterSocket nobody({"printer.invalid", 9100});
     std::thread thread([&] { EXPECT_FALSE(nobody.send("label", sender)); });
     EXPECT_TRUE(wait_until([&] { return sender.away == 1; }));
     sender.is_patient = false;
@@ -122,13 +117,14 @@ TEST_F(AppPrinterSocket, TellsOfANameThatThereIsNot) {
 
 TEST_F(AppPrinterSocket, AQuestionWithoutAnAnswerEndsAtItsLimit) {
     const auto start = std::chrono::steady_clock::now();
-    const PrinterSocket::Answer none = socket.ask("~HS", '\n', 1, milliseconds(200));
+    const PrinterAnswer none =
+        askPrinter({"localhost", printer.port()}, "~HS", '\n', 1, milliseconds(200));
     EXPECT_TRUE(none.isThere);
     EXPECT_EQ(none.bytes, "");
     EXPECT_TRUE(wait_until([&] { return printer.received() == std::vector<std::string>{"~HS"}; }));
     const SilentPort silent;
-    PrinterSocket waiting("127.0.0.1", silent.port());
-    EXPECT_FALSE(waiting.ask("~HS", '\n', 1, milliseconds(200)).isThere);
+    EXPECT_FALSE(
+        askPrinter({"127.0.0.1", silent.port()}, "~HS", '\n', 1, milliseconds(200)).isThere);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/spooler/local_port.h"
 #include "tests/support/descriptor.h"
 
 namespace kelp_test {
@@ -12,11 +13,11 @@ class SilentPort {
   public:
     SilentPort();
     int port() const { return port_; }
-    std::string device() const { return "socket://127.0.0.1:" + std::to_string(port_); }
+    std::string device() const { return socket_device(port_); }
 
   private:
     Descriptor listener_;
-    int port_ = 0;
+    int port_;
     std::vector<Descriptor> waiting_;  // as many as the port lets wait
 };
 

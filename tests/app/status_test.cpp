@@ -1,8 +1,6 @@
 // Printers that tell how they are, and printers that do not.
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -14,6 +12,7 @@
 
 #include "tests/app/app_test.h"
 #include "tests/app/silent_port.h"
+#include "tests/spooler/local_port.h"
 #include "tests/support/descriptor.h"
 
 namespace kelp_test {
@@ -22,16 +21,8 @@ namespace {
 // A printer that answers "~HS" with what it is told to.
 class TalkingPrinter {
   public:
-    TalkingPrinter() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        auto* const any = reinterpret_cast<sockaddr*>(&address);
-        socklen_t size = sizeof address;
-        bind(listener_.get(), any, size);
+    TalkingPrinter() : listener_(bound_to_any_port()) {
         listen(listener_.get(), 8);
-        getsockname(listener_.get(), any, &size);
-        port_ = ntohs(address.sin_port);
         thread_ = std::thread([this] { serve(); });
     }
     ~TalkingPrinter() {
@@ -41,7 +32,7 @@ class TalkingPrinter {
     TalkingPrinter(const TalkingPrinter&) = delete;
     TalkingPrinter& operator=(const TalkingPrinter&) = delete;
 
-    std::string device() const { return "socket://127.0.0.1:" + std::to_string(port_); }
+    std::string device() const { return socket_device(port_of(listener_)); }
     void answer_with(const std::string& text) {
         const std::lock_guard lock(mutex_);
         answer_ = text;
@@ -70,7 +61,6 @@ class TalkingPrinter {
     }
 
     Descriptor listener_;
-    int port_ = 0;
     std::atomic<bool> is_over_ = false;
     std::mutex mutex_;
     std::string answer_;

@@ -1,8 +1,6 @@
 #include "tests/spooler/socket_printer.h"
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -10,9 +8,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdint>
 #include <system_error>
 #include <utility>
+
+#include "tests/spooler/local_port.h"
 
 namespace kelp_test {
 namespace {
@@ -24,32 +23,11 @@ namespace {
 // Small, so that a sender notices soon when nobody reads.
 constexpr int receive_buffer = 4096;
 
-Descriptor bound_to(int port) {
-    Descriptor bound(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    if (bind(bound.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-        return {};
-    }
-    return bound;
-}
-
-int port_of(const Descriptor& listener) {
-    sockaddr_in address{};
-    socklen_t length = sizeof address;
-    if (getsockname(listener.get(), reinterpret_cast<sockaddr*>(&address), &length) != 0) {
-        fail("getsockname");
-    }
-    return ntohs(address.sin_port);
-}
-
 // A socket keeps its port over a pause only if it asked for that port, so a free one is found
 // first.
 Descriptor open_listener() {
     for (int attempt = 0; attempt < 100; ++attempt) {
-        const int port = port_of(bound_to(0));
+        const int port = port_of(bound_to_any_port());
         Descriptor listener = bound_to(port);
         if (listener.is_open() &&
             setsockopt(listener.get(), SOL_SOCKET, SO_RCVBUF, &receive_buffer,
@@ -102,7 +80,7 @@ SocketPrinter::~SocketPrinter() {
 }
 
 std::string SocketPrinter::device() const {
-    return "socket://127.0.0.1:" + std::to_string(port_);
+    return socket_device(port_);
 }
 
 std::vector<SocketPrinter::Connection> SocketPrinter::connections() const {

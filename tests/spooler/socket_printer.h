@@ -30,6 +30,7 @@ class SocketPrinter {
     SocketPrinter& operator=(const SocketPrinter&) = delete;
 
     std::string device() const;
+    int port() const { return port_; }
 
     // Everything that was sent so far, one connection each.
     std::vector<Connection> connections() const;

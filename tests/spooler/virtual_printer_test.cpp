@@ -2,6 +2,7 @@
 
 #include "tests/preview/listen/running_listener.h"
 #include "tests/preview/read_png.h"
+#include "tests/spooler/local_port.h"
 #include "tests/spooler/spooler_test.h"
 #include "tests/spooler/wait_until.h"
 #include "tests/support/files.h"
@@ -26,8 +27,7 @@ std::vector<std::string> drawn_rows(const PrintedLabel& label) {
 TEST_F(SpoolerTest, AVirtualPrinterIsAPrinterToTheSpooler) {
     const TempDir dir;
     RunningListener printer(dir.path());
-    spooler.add_queue("virtual", ppd_of("label-4inch"),
-                      "socket://127.0.0.1:" + std::to_string(printer.port()));
+    spooler.add_queue("virtual", ppd_of("label-4inch"), socket_device(printer.port()));
     const std::string pages = document("a.pdf", Format::pdf, label_sheet, numbered_pages(2));
     for (std::size_t job = 1; job <= 2; ++job) {
         expect_completed(spooler.print({"-d", "virtual", pages}));
