@@ -1,39 +1,21 @@
 #include "app/drawn_document.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstring>
 #include <memory>
 #include <stdexcept>
-#include <vector>
+#include <utility>
 
 #include "app/abort_job.h"
 #include "app/job_pages.h"
+#include "app/picture_page.h"
 #include "app/running_job.h"
+#include "pictures/placed_picture.h"
 
 namespace kelp_app {
 
 namespace {
 
 struct Canceled {};
-
-/// Puts a picture that is not larger in the middle of a white page.
-void writeCentred(const GreyPicture& picture, const cups_page_header2_t& page, PageJob& pages) {
-    constexpr unsigned char kWhite = 255;
-    const unsigned int left = (page.cupsWidth - picture.width) / 2;
-    const unsigned int top = (page.cupsHeight - picture.height) / 2;
-    const std::vector<unsigned char> white(page.cupsBytesPerLine, kWhite);
-    std::vector<unsigned char> row = white;
-    for (unsigned int y = 0; y < page.cupsHeight; ++y) {
-        if (y < top || y - top >= picture.height) {
-            pages.writeRow(y, white.data());
-            continue;
-        }
-        std::memcpy(row.data() + left, &picture.pixels[std::size_t{y - top} * picture.width],
-                    picture.width);
-        pages.writeRow(y, row.data());
-    }
-}
 
 }  // namespace
 
@@ -42,18 +24,22 @@ bool printPages(pappl_job_t* job, pappl_device_t* device, const std::string& pat
     papplJobSetImpressions(job, static_cast<int>(count));
     const JobOptions options = optionsFor(job, count);
     const cups_page_header2_t& header = options->header;
+    const unsigned int quarters = quarterTurns(options->orientation_requested);
+    PictureSize size{header.cupsWidth, header.cupsHeight};
+    if (quarters != 0) {
+        std::swap(size.width, size.height);
+    }
     const std::unique_ptr<PageJob> pages = pagesFor(job, *options);
     for (unsigned int page = options->first_page; page <= std::min(options->last_page, count);
          ++page) {
-        const GreyPicture picture = pictureOfDocument(
-            path, page, {header.cupsWidth, header.cupsHeight}, whileItRuns, kDrawingLimits);
-        pages->startPage(header);
-        writeCentred(picture, header, *pages);
+        GreyPicture picture = pictureOfDocument(path, page, size, whileItRuns, kDrawingLimits);
+        if (quarters != 0) {
+            picture = turned(picture, quarters);
+        }
         whileItRuns();
-        if (!deliverOrAbort(job, device, pages->endPage())) {
+        if (!printCentred(job, device, header, picture, *pages)) {
             return false;
         }
-        papplJobSetImpressionsCompleted(job, 1);
     }
     return true;
 }

@@ -1,8 +1,6 @@
 #include "app/picture_filter.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -10,61 +8,86 @@
 #include "app/document_file.h"
 #include "app/job_callbacks.h"
 #include "app/job_pages.h"
+#include "app/picture_page.h"
 #include "app/running_job.h"
 #include "pictures/picture_formats.h"
+#include "pictures/placed_picture.h"
 
 namespace kelp_app {
 
 namespace {
 
 constexpr std::uint64_t kMostPixels = std::uint64_t{1} << 26U;
-constexpr std::uint64_t kLongestSide = 16384;  // pixels
-constexpr unsigned int kLeastDotsPerInch = 50;
+/// A file that tells less knows nothing of it.
+constexpr std::uint32_t kLeastDotsPerInch = 50;
 
-/// Whether the framework's arithmetic, in int, can place the picture: whole, or so that it fills
-/// the page, or in its own resolution.
-bool canBePlaced(const GreyPicture& picture, const cups_page_header2_t& page) {
-    const std::uint64_t longer = std::max(picture.width, picture.height);
-    const std::uint64_t shorter = std::min(picture.width, picture.height);
-    const std::uint64_t side = std::max(page.cupsWidth, page.cupsHeight);
-    const std::uint64_t largest =
-        std::max(side * longer / shorter, longer * page.HWResolution[0] / kLeastDotsPerInch);
-    return longer <= kLongestSide && largest * longer < std::numeric_limits<int>::max();
+bool hasMargins(const pappl_media_col_t& media) {
+    return media.left_margin != 0 || media.right_margin != 0 || media.top_margin != 0 ||
+           media.bottom_margin != 0;
 }
 
-/// 0, for unknown, where it is none that a picture has.
-int resolutionOf(const GreyPicture& picture) {
-    return picture.dotsPerInch < kLeastDotsPerInch ? 0 : static_cast<int>(picture.dotsPerInch);
+/// As the standard has it for each "print-scaling" (PWG 5100.13), the page's edges for its margins:
+/// the head reaches them.
+PictureScaling scalingOf(const pappl_pr_options_t& options, bool fitsInOwnSize) {
+    switch (options.print_scaling) {
+        case PAPPL_SCALING_NONE:
+            return PictureScaling::Own;
+        case PAPPL_SCALING_FILL:
+            return PictureScaling::Fill;
+        case PAPPL_SCALING_FIT:
+            return PictureScaling::Fit;
+        case PAPPL_SCALING_AUTO_FIT:
+            return fitsInOwnSize ? PictureScaling::Own : PictureScaling::Fit;
+        default:
+            return fitsInOwnSize               ? PictureScaling::Own
+                   : hasMargins(options.media) ? PictureScaling::Fit
+                                               : PictureScaling::Fill;
+    }
 }
 
-bool printPixels(pappl_job_t* job, pappl_device_t* device, const GreyPicture& picture,
-                 bool isPhoto) {
+/// A wide picture is turned on a long label, unless the job says how it lies.
+unsigned int turnsOf(pappl_job_t* job, const GreyPicture& picture,
+                     const pappl_pr_options_t& options) {
+    if (papplJobGetAttribute(job, "orientation-requested") != nullptr) {
+        return quarterTurns(options.orientation_requested);
+    }
+    const cups_page_header2_t& page = options.header;
+    return picture.width > picture.height && page.cupsWidth < page.cupsHeight
+               ? quarterTurns(IPP_ORIENT_LANDSCAPE)
+               : 0;
+}
+
+/// Not by the framework's own way: it takes one pixel of many, which loses thin lines, and divides
+/// by a side that is smaller than a dot.
+bool printPixels(pappl_job_t* job, pappl_device_t* device, GreyPicture picture) {
+    papplJobSetImpressions(job, 1);
     const JobOptions options = optionsFor(job, 1);
-    // A wide picture is turned on a long label, unless the job says how it lies.
-    if (papplJobGetAttribute(job, "orientation-requested") == nullptr) {
-        options->orientation_requested = IPP_ORIENT_NONE;
+    const cups_page_header2_t& page = options->header;
+    if (const unsigned int quarters = turnsOf(job, picture, *options); quarters != 0) {
+        picture = turned(picture, quarters);
     }
-    if (!canBePlaced(picture, options->header)) {
-        throw FitError("A picture of " + std::to_string(picture.width) + " x " +
-                       std::to_string(picture.height) + " pixels cannot be put on the page.");
+    if (picture.dotsPerInch < kLeastDotsPerInch) {
+        picture.dotsPerInch = 0;
     }
-    return papplJobFilterImage(job, device, options.get(), picture.pixels.data(),
-                               static_cast<int>(picture.width), static_cast<int>(picture.height), 1,
-                               resolutionOf(picture), isPhoto);
+    const PictureSize size{page.cupsWidth, page.cupsHeight};
+    const std::uint32_t dotsPerInch = page.HWResolution[0];
+    picture = placed(picture, size, dotsPerInch,
+                     scalingOf(*options, fitsInOwnSize(picture, size, dotsPerInch)));
+    return printCentred(job, device, page, picture, *pagesFor(job, *options));
 }
 
 bool printPicture(pappl_job_t* job, pappl_device_t* device, void* /*unused*/) {
     beginOnce(job);
-    const bool isPhoto = std::string_view(papplJobGetFormat(job)) == "image/jpeg";
     return guarded(job, [&] {
         const std::string file = wholeDocument(papplJobGetFilename(job));
-        GreyPicture picture;
+        const bool isJpeg = std::string_view(papplJobGetFormat(job)) == "image/jpeg";
         try {
-            picture = isPhoto ? pictureOfJpeg(file, kMostPixels) : pictureOfPng(file, kMostPixels);
+            return printPixels(
+                job, device,
+                isJpeg ? pictureOfJpeg(file, kMostPixels) : pictureOfPng(file, kMostPixels));
         } catch (const PictureError& error) {
             return abortJob(job, PAPPL_JREASON_DOCUMENT_FORMAT_ERROR, error.what());
         }
-        return printPixels(job, device, picture, isPhoto);
     });
 }
 

@@ -22,6 +22,7 @@
 #include "app/saved_state.h"
 #include "app/socket_device.h"
 #include "app/state_folder.h"
+#include "app/supplies.h"
 #include "app/test_label.h"
 #include "app/translations.h"
 #include "filter/version.h"
@@ -89,6 +90,7 @@ std::string firstLineOf(const char* path) {
 void preparePrinter(pappl_printer_t* printer, void* /*unused*/) {
     useOwnSocket(printer);
     addLabelPage(printer);
+    describeSupplies(printer);
     papplPrinterSetMaxActiveJobs(printer, kMostJobs);
 }
 

@@ -19,8 +19,9 @@ class AppDocuments : public AppTest {
         make_document(file, format, sheet, postscript, dots_per_inch);
         return read_file(file);
     }
-    IppJob aborted(const std::string& format, const std::string& bytes) {
-        const int number = printer().print(format, bytes);
+    IppJob aborted(const std::string& format, const std::string& bytes,
+                   const IppPrinter::Ticket& ticket = {}) {
+        const int number = printer().print(format, bytes, ticket);
         const IppJob job = printer().finished(number);
         EXPECT_EQ(job.state, IPP_JSTATE_ABORTED) << job.reasons << "\n" << job.message;
         return job;
@@ -122,12 +123,114 @@ TEST_F(AppDocuments, AJpegIsPrinted) {
     EXPECT_GT(sent.size(), 5'000U);
 }
 
+// A label, white but for a black block.
+Page with_block(unsigned left, unsigned top, unsigned width, unsigned height) {
+    Page page = striped({});
+    for (unsigned y = top; y < top + height; ++y) {
+        page.pixels.replace(std::size_t{y} * page.width + left, width, width, '\0');
+    }
+    return page;
+}
+
+std::string black_png(unsigned width, unsigned height, unsigned pixels_per_metre = 0) {
+    return png_file({.width = width,
+                     .height = height,
+                     .rows = std::string(std::size_t{width} * height, '\0'),
+                     .pixels_per_metre = pixels_per_metre});
+}
+
+TEST_F(AppDocuments, APictureOfLessThanADotIsADot) {
+    add_printer("label-4inch");
+    // 300 dots per inch: 0.7 of a dot.
+    EXPECT_EQ(printed("image/png", black_png(1, 1, 11811)),
+              filter_bytes("label-4inch", {with_block(405, 608, 1, 1)}));
+}
+
+TEST_F(AppDocuments, APictureIsScaledAsTheJobSays) {
+    add_printer("label-4inch");
+    const auto printed_by = [&](const std::string& png, const char* scaling) {
+        return printed("image/png", png, keyword("print-scaling", scaling));
+    };
+    const auto block = [](unsigned left, unsigned top, unsigned width, unsigned height) {
+        return filter_bytes("label-4inch", {with_block(left, top, width, height)});
+    };
+    EXPECT_EQ(printed_by(black_png(1, 1300), "fit"), block(405, 0, 1, 1218));
+    EXPECT_EQ(printed_by(black_png(406, 406), "fit"), block(0, 203, 812, 812));
+    EXPECT_EQ(printed_by(black_png(406, 406), "auto-fit"), block(0, 203, 812, 812));
+    EXPECT_EQ(printed_by(black_png(406, 406), "fill"), block(0, 0, 812, 1218));
+    EXPECT_EQ(printed_by(black_png(406, 406), "auto"), block(0, 0, 812, 1218));
+    EXPECT_EQ(printed_by(black_png(406, 406), "none"), block(203, 406, 406, 406));
+    // 406 dots per inch.
+    EXPECT_EQ(printed_by(black_png(406, 406, 15984), "none"), block(304, 507, 203, 203));
+    EXPECT_EQ(printed_by(black_png(406, 406, 15984), "auto"), block(304, 507, 203, 203));
+}
+
+TEST_F(AppDocuments, AWidePictureIsTurnedUnlessTheJobSaysHowItLies) {
+    add_printer("label-4inch");
+    // Black but for its left half.
+    std::string half;
+    for (int row = 0; row < 203; ++row) {
+        half += std::string(203, '\xFF') + std::string(203, '\0');
+    }
+    const std::string wide =
+        png_file({.width = 406, .height = 203, .rows = half, .pixels_per_metre = 7992});
+    const auto block = [](unsigned left, unsigned top, const char* options = "") {
+        return filter_bytes("label-4inch", {with_block(left, top, 203, 203)}, options);
+    };
+    const auto lying = [&](int orientation) {
+        return printed("image/png", wide, [=](ipp_t* job) {
+            ippAddInteger(job, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested", orientation);
+        });
+    };
+    // Counterclockwise the right half comes to lie above.
+    EXPECT_EQ(printed("image/png", wide), block(304, 406));
+    EXPECT_EQ(lying(IPP_ORIENT_PORTRAIT), block(406, 507));
+    EXPECT_EQ(lying(IPP_ORIENT_LANDSCAPE), block(304, 406));
+    EXPECT_EQ(lying(IPP_ORIENT_REVERSE_LANDSCAPE), block(304, 609));
+    EXPECT_EQ(lying(IPP_ORIENT_REVERSE_PORTRAIT), block(406, 507, "Origin=Rotation180"));
+}
+
+TEST_F(AppDocuments, APdfIsTurnedAsTheJobSays) {
+    add_printer("label-4inch");
+    // As wide as the label is long, 1218 dots; black but for its left half.
+    const std::string half = document(Format::pdf, {432, 288}, "216 0 216 288 rectfill showpage");
+    const auto lying = [&](int orientation) {
+        return printed("application/pdf", half, [=](ipp_t* job) {
+            ippAddInteger(job, IPP_TAG_JOB, IPP_TAG_ENUM, "orientation-requested", orientation);
+        });
+    };
+    EXPECT_EQ(lying(IPP_ORIENT_LANDSCAPE),
+              filter_bytes("label-4inch", {with_block(0, 0, 812, 609)}));
+    EXPECT_EQ(lying(IPP_ORIENT_REVERSE_LANDSCAPE),
+              filter_bytes("label-4inch", {with_block(0, 609, 812, 609)}));
+}
+
+TEST_F(AppDocuments, MarginsThatMeanNothingDoNoHarm) {
+    add_printer("label-4inch");
+    const std::string png =
+        png_file({.width = 160, .height = 16'384, .rows = std::string(160 * 16'384, '\0')});
+    const std::string sent = printed("image/png", png, [](ipp_t* job) {
+        ipp_t* media = ippNew();
+        for (const char* side : {"left", "right"}) {
+            ippAddInteger(media, IPP_TAG_ZERO, IPP_TAG_INTEGER,
+                          ("media-" + std::string(side) + "-margin").c_str(), -1'750'000);
+        }
+        for (const char* side : {"top", "bottom"}) {
+            ippAddInteger(media, IPP_TAG_ZERO, IPP_TAG_INTEGER,
+                          ("media-" + std::string(side) + "-margin").c_str(), -20'000);
+        }
+        ippAddCollection(job, IPP_TAG_JOB, "media-col", media);
+        ippDelete(media);
+        ippAddString(job, IPP_TAG_JOB, IPP_TAG_KEYWORD, "print-scaling", nullptr, "fit");
+    });
+    // 160 pixels of 16384 on 1218 dots: 12.
+    EXPECT_EQ(sent, filter_bytes("label-4inch", {with_block(400, 0, 12, 1218)}));
+}
+
 TEST_F(AppDocuments, APictureThatIsTooLongIsRefused) {
     add_printer("label-4inch");
-    const IppJob job = aborted(
-        "image/png", png_file({.width = 16'000, .height = 1, .rows = std::string(16'000, 'x')}));
-    EXPECT_NE(job.message.find("A picture of 16000 x 1 pixels cannot be put on the page."),
-              std::string::npos)
+    const IppJob job = aborted("image/png", black_png(20'001, 1), keyword("print-scaling", "fit"));
+    EXPECT_NE(job.message.find("a side over 20000 pixels cannot be scaled"), std::string::npos)
         << job.message;
 }
 

@@ -101,6 +101,20 @@ TEST_F(AppRunning, RemembersItsPrinters) {
     EXPECT_EQ(printer("stencils").attribute("printer-make-and-model"), "Kelp Stencil Printer A4");
 }
 
+TEST_F(AppRunning, TellsWhatItsPrintersUseUp) {
+    add_printer("label-4inch", "labels");
+    add_printer("stencil-a4", "stencils");
+    for (const bool is_restarted : {false, true}) {
+        if (is_restarted) {
+            application.stop();
+            application.kill_and_restart();
+        }
+        EXPECT_EQ(printer("labels").attribute("printer-supply-description"), "Labels");
+        EXPECT_EQ(printer("stencils").attribute("printer-supply-description"), "Transfer paper");
+        EXPECT_EQ(printer("stencils").attribute("marker-levels"), "-2") << "unknown";
+    }
+}
+
 std::string password_line(const Application& application) {
     std::istringstream lines(read_file(application.state_folder() / "printers.state"));
     for (std::string line; std::getline(lines, line);) {

@@ -51,10 +51,10 @@ for name in libcairo2 libjpeg62-turbo libpng16-16; do
     [[ ", $(dpkg-deb -f "$preview" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
     [[ ", $(dpkg-deb -f "$deb" Depends)" != *", $name"[\ ,]* ]] || fail "the driver wants $name"
 done
-for name in libpappl1 libcups2 libc6 libpng16-16 libjpeg62-turbo; do
+for name in libpappl1 libcups2 libc6 libcairo2 libpng16-16 libjpeg62-turbo; do
     [[ ", $(dpkg-deb -f "$app" Depends)" == *", $name"[\ ,]* ]] || fail "no dependency on $name"
 done
-for name in cups ghostscript printer-driver-kelp libcairo2; do
+for name in cups ghostscript printer-driver-kelp; do
     [[ ", $(dpkg-deb -f "$app" Depends)," != *", $name"[\ ,]* ]] || fail "the application wants $name"
 done
 for name in libcups2 libc6 cups cups-filters ghostscript; do

@@ -63,6 +63,10 @@ std::string png_file(const PngFile& png) {
         png_set_PLTE(writer, info, colours.data(), static_cast<int>(colours.size()));
     }
     describe_transparency(writer, info, png);
+    if (png.pixels_per_metre != 0) {
+        png_set_pHYs(writer, info, png.pixels_per_metre, png.pixels_per_metre,
+                     PNG_RESOLUTION_METER);
+    }
     for (unsigned y = 0; y < png.height; ++y) {
         row_pointers.push_back(
             reinterpret_cast<png_bytep>(rows.data() + rows.size() / png.height * y));

@@ -21,7 +21,8 @@ struct PngFile {
     std::vector<std::uint32_t> palette = {};  // 0xRRGGBB
     std::string palette_alpha = {};           // of its first colours
     std::vector<std::uint16_t> transparent_colour =
-        {};  // of a picture without palette: 1 or 3 samples
+        {};                         // of a picture without palette: 1 or 3 samples
+    unsigned pixels_per_metre = 0;  // 0 tells nothing
 };
 std::string png_file(const PngFile& png);
 

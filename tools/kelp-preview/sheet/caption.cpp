@@ -5,7 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "tools/kelp-preview/sheet/cairo_surface.h"
+#include "pictures/cairo_surface.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "pictures/document_picture.h"
 #include "pictures/picture_formats.h"
-#include "tools/kelp-preview/sheet/scale.h"
+#include "pictures/scaled_picture.h"
 
 namespace {
 
@@ -64,7 +64,7 @@ GreyPicture readDocument(const PictureSource& source, const std::function<void()
 GreyPicture fittedPicture(const GreyPicture& picture, const PictureSource& source) {
     const PageSize size = fitted(picture.width, picture.height, source.fit);
     checkPictureSize(size.width, size.height, source.maxPixels);
-    return scaled(picture, size);
+    return scaled(picture, {size.width, size.height});
 }
 
 }  // namespace

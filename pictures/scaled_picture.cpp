@@ -1,10 +1,10 @@
-#include "tools/kelp-preview/sheet/scale.h"
+#include "pictures/scaled_picture.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <memory>
 
-#include "tools/kelp-preview/sheet/cairo_surface.h"
+#include "pictures/cairo_surface.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ CairoSurface surfaceOf(const GreyPicture& picture) {
 }
 
 void paintScaled(const CairoSurface& source, const GreyPicture& picture, const CairoSurface& target,
-                 const PageSize& size) {
+                 const PictureSize& size) {
     const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context(cairo_create(target.get()),
                                                                      cairo_destroy);
     cairo_scale(context.get(), static_cast<double>(size.width) / picture.width,
@@ -59,7 +59,7 @@ void paintScaled(const CairoSurface& source, const GreyPicture& picture, const C
 
 }  // namespace
 
-GreyPicture scaled(const GreyPicture& picture, const PageSize& size) {
+GreyPicture scaled(const GreyPicture& picture, const PictureSize& size) {
     if (picture.width == size.width && picture.height == size.height) {
         return picture;
     }

@@ -1,4 +1,4 @@
-#include "tools/kelp-preview/sheet/scale.h"
+#include "pictures/scaled_picture.h"
 
 #include <gtest/gtest.h>
 
@@ -36,9 +36,10 @@ TEST(Scaled, OfTheSameSizeIsTheSame) {
 TEST(Scaled, FlatGreyStaysFlatToTheEdges) {
     for (const unsigned level : {0U, 1U, 100U, 254U, 255U}) {
         const GreyPicture flat = picture_of(50, 40, [=](auto, auto) { return level; });
-        for (const PageSize size :
-             {PageSize{25, 20}, PageSize{7, 3}, PageSize{1, 1}, PageSize{49, 39}, PageSize{51, 41},
-              PageSize{333, 401}, PageSize{50, 13}, PageSize{3, 200}}) {
+        for (const PictureSize size :
+             {PictureSize{25, 20}, PictureSize{7, 3}, PictureSize{1, 1}, PictureSize{49, 39},
+              PictureSize{51, 41}, PictureSize{333, 401}, PictureSize{50, 13},
+              PictureSize{3, 200}}) {
             const GreyPicture result = scaled(flat, size);
             EXPECT_EQ(result.width, size.width);
             EXPECT_EQ(result.height, size.height);
