@@ -48,6 +48,19 @@ TEST_F(AppTestLabel, IsThatOfThePrintersModel) {
     }
 }
 
+// Whatever is behind the line that asks for it: a program would paint the page black, or never end.
+TEST_F(AppTestLabel, TheDocumentThatAsksForItIsNotReadFurther) {
+    add_printer("label-4inch");
+    const std::string own = expected({"label-4inch", 812, 1218});
+    for (const char* more :
+         {"%!PS\n0 0 600 900 rectfill showpage\n", "%!PS\n{ } loop\n", "^XA^FDmore^FS^XZ\n"}) {
+        EXPECT_EQ(
+            printed("application/vnd.kelp-test-label", std::string("kelp test label\n") + more),
+            own)
+            << more;
+    }
+}
+
 TEST_F(AppTestLabel, IsPrintedByAButtonOfTheWebPage) {
     add_printer("label-4inch");
     const std::string page = send_form(application.port(), "/labels/", "action=print-test-page");
