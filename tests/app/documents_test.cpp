@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 #include "tests/app/app_test.h"
 #include "tests/app/filter_bytes.h"
 #include "tests/preview/sheet/picture_files.h"
@@ -77,6 +82,72 @@ TEST_F(AppDocuments, ANarrowPdfLiesInTheMiddle) {
     EXPECT_EQ(printed("application/pdf",
                       document(Format::pdf, {144, 432}, "0 setgray 0 0 10 432 rectfill showpage")),
               filter_bytes("label-4inch", {striped({{203, 28}})}));
+}
+
+std::string pdf_stream(const std::string& entries, const std::string& content) {
+    return "<<" + entries + "/Length " + std::to_string(content.size()) + ">>stream\n" + content +
+           "\nendstream endobj\n";
+}
+
+// A small file whose one page takes hours: a form that paints one ten times, which does the same,
+// and so on. Without a table of its objects: ghostscript finds them.
+std::string endless_pdf() {
+    constexpr int forms = 12;
+    std::string file =
+        "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+        "2 0 obj<</Type/Pages/Kids[3 0 R]/Count 1>>endobj\n"
+        "3 0 obj<</Type/Page/Parent 2 0 R/MediaBox[0 0 288 432]"
+        "/Resources<</XObject<</F 5 0 R>>>>/Contents 4 0 R>>endobj\n"
+        "4 0 obj" +
+        pdf_stream("", "/F Do");
+    std::string ten_times;
+    for (int i = 0; i < 10; ++i) {
+        ten_times += "/F Do ";
+    }
+    for (int i = 0; i < forms; ++i) {
+        const std::string next = std::to_string(6 + i);
+        const std::string entries = "/Type/XObject/Subtype/Form/BBox[0 0 288 432]";
+        file += std::to_string(5 + i) + " 0 obj";
+        file +=
+            i == forms - 1
+                ? pdf_stream(entries, "0 0 9 9 re f")
+                : pdf_stream(entries + "/Resources<</XObject<</F " + next + " 0 R>>>>", ten_times);
+    }
+    return file + "trailer<</Root 1 0 R>>\n";
+}
+
+// How many processes there are whose arguments hold both texts.
+int count_processes(const std::string& one, const std::string& other) {
+    int count = 0;
+    for (const auto& process : std::filesystem::directory_iterator("/proc")) {
+        std::ifstream file(process.path() / "cmdline");
+        const std::string arguments{std::istreambuf_iterator<char>(file), {}};
+        if (arguments.find(one) != std::string::npos &&
+            arguments.find(other) != std::string::npos) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+TEST_F(AppDocuments, APdfThatIsCancelledWhileItIsDrawnEndsWithItsGhostscript) {
+    add_printer("label-4inch");
+    const std::string folder = application.state_folder();
+    const int number = printer().print("application/pdf", endless_pdf());
+    ASSERT_TRUE(wait_until([&] { return count_processes("-sDEVICE=pgmraw", folder) == 1; }));
+    const auto start = std::chrono::steady_clock::now();
+    printer().cancel(number);
+    EXPECT_EQ(printer().finished(number).state, IPP_JSTATE_CANCELED);
+    // Far from the minute after which it would be given up.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_EQ(count_processes("-dSAFER", folder), 0);
+    for (const std::string& bytes : device.received()) {
+        EXPECT_EQ(bytes, "");
+    }
+    // The next one prints.
+    const std::string bar = "0 setgray 0 0 10 432 rectfill showpage";
+    EXPECT_EQ(printed("application/pdf", document(Format::pdf, kLabel, bar)),
+              filter_bytes("label-4inch", {striped({{0, 28}})}));
 }
 
 TEST_F(AppDocuments, APdfOfManyPagesComesPageByPage) {

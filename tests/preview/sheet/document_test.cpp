@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -231,6 +232,27 @@ TEST_F(Document, ThatNeverEndsIsEnded) {
             EXPECT_STREQ(error.what(), "ghostscript does not come to the end of it");
         }
         EXPECT_GT(calls, 0);
+    }
+}
+
+TEST_F(Document, IsDrawnWithinTheMemoryItMayTake) {
+    const auto dots = [&](const char* name, std::uint64_t memory) {
+        return pictureOfDocument(dir / name, 1, {80, 60}, [] {}, {.memory = memory}).pixels;
+    };
+    constexpr std::uint64_t limit = 200'000'000;
+    write_file(dir / "modest.ps", page(bar));
+    const auto expected = dots("modest.ps", 0);
+    EXPECT_EQ(dots("modest.ps", limit), expected);
+
+    // Twice the limit: it prints where there is none.
+    write_file(dir / "greedy.ps", page("[ 400 { 1000000 string } repeat ] pop " + bar));
+    EXPECT_EQ(dots("greedy.ps", 0), expected);
+    try {
+        dots("greedy.ps", limit);
+        ADD_FAILURE() << "it takes more than it may";
+    } catch (const PictureError& error) {
+        EXPECT_NE(std::string(error.what()).find("Error: /VMerror"), std::string::npos)
+            << error.what();
     }
 }
 
