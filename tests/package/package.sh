@@ -94,6 +94,17 @@ done
 [[ $(cat "$scratch/contents" "$scratch/preview" "$scratch/app" | grep -v '/$' |
     awk '{print $6}' | sort | uniq -d) == "" ]] || fail "a file is in two packages"
 
+echo "== the links of its documents"
+dpkg-deb -x "$deb" "$scratch/documents"
+links=0
+while IFS=: read -r file link; do
+    link=$(sed -E 's/^(\]\(|src=")//; s/[)"]$//; s/#.*//' <<<"$link")
+    [[ -n $link && $link != *://* ]] || continue
+    links=$((links + 1))
+    [[ -e ${file%/*}/$link ]] || fail "${file##*/} links to $link, which is not installed"
+done < <(grep -roE '\]\([^)]+\)|src="[^"]+"' --include='*.md' "$scratch/documents/$docs")
+((links > 20)) || fail "only $links links in the documents"
+
 echo "== an older version, and this one over it"
 root=$scratch/root
 mkdir -p "$root"/var/lib/dpkg/{info,updates,triggers} "$root"/var/spool/cups/tmp
