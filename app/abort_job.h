@@ -14,11 +14,26 @@ namespace kelp_app {
 /// of the framework returns then.
 bool abortJob(pappl_job_t* job, pappl_jreason_t reason, const char* message);
 
+/// A step of a job, as long as it lives; its thread's log is the job's.
+class RunningStep {
+  public:
+    explicit RunningStep(pappl_job_t* job);
+    ~RunningStep();
+    RunningStep(const RunningStep&) = delete;
+    RunningStep& operator=(const RunningStep&) = delete;
+
+    /// Whether there is one, of any job.
+    static bool areAny();
+
+  private:
+    JobLog log_;
+};
+
 /// Runs a step of a job; what it throws ends the job. The framework calls back from C: nothing may
 /// be thrown through it.
 template <typename Step>
 bool guarded(pappl_job_t* job, const Step& step) {
-    const JobLog log(job);
+    const RunningStep running(job);
     try {
         return step();
     } catch (const FitError& error) {

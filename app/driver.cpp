@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
 
+#include "app/abort_job.h"
 #include "app/choices.h"
 #include "app/job_callbacks.h"
 #include "app/media.h"
@@ -107,6 +109,22 @@ void describeWhatTheStandardAsks(ipp_t* attributes) {
                  "pwg-raster-document-sheet-back", nullptr, "normal");
 }
 
+/// Not the framework's "file:": whoever may add a printer would write into any file of the server's
+/// user.
+bool isPrinterDevice(std::string_view uri) {
+    constexpr std::string_view kSchemes[] = {"socket:", "kelpip:", "usb:", "dnssd:", "snmp:"};
+    return std::any_of(std::begin(kSchemes), std::end(kSchemes),
+                       [&](std::string_view scheme) { return uri.starts_with(scheme); });
+}
+
+/// The framework frees all jobs when the server ends, those too that a thread still prints. What
+/// waits is saved by then, so the process ends here.
+void endWithRunningJobs(pappl_printer_t* printer, pappl_pr_driver_data_t* /*data*/) {
+    if (!papplSystemIsRunning(papplPrinterGetSystem(printer)) && RunningStep::areAny()) {
+        std::_Exit(EXIT_SUCCESS);
+    }
+}
+
 /// Nothing that the printer prints or does: who asked is in the log.
 void identify(pappl_printer_t* printer, pappl_identify_actions_t /*actions*/, const char* message) {
     papplLogPrinter(printer, PAPPL_LOGLEVEL_INFO, "Identify: %s",
@@ -123,7 +141,7 @@ std::vector<pappl_pr_driver_t> driverList() {
     return drivers;
 }
 
-bool describePrinter(pappl_system_t* system, const char* driverName, const char* /*deviceUri*/,
+bool describePrinter(pappl_system_t* system, const char* driverName, const char* deviceUri,
                      const char* /*deviceId*/, pappl_pr_driver_data_t* printer, ipp_t** attributes,
                      void* /*unused*/) {
     const kelp_models::Model* model = kelp_models::findModel(driverName);
@@ -131,8 +149,13 @@ bool describePrinter(pappl_system_t* system, const char* driverName, const char*
         papplLog(system, PAPPL_LOGLEVEL_ERROR, "There is no driver \"%s\".", driverName);
         return false;
     }
+    if (deviceUri != nullptr && !isPrinterDevice(deviceUri)) {
+        papplLog(system, PAPPL_LOGLEVEL_ERROR, "The device \"%s\" is no printer.", deviceUri);
+        return false;
+    }
     printer->extension = const_cast<kelp_models::Model*>(model);
     setJobCallbacks(*printer);
+    printer->delete_cb = endWithRunningJobs;
     printer->status_cb = lookAtPrinter;
     printer->testpage_cb = makeTestLabelDocument;
     printer->identify_cb = identify;

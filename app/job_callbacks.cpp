@@ -58,29 +58,19 @@ bool endJob(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /
     return true;
 }
 
-bool sendFile(pappl_job_t* job, pappl_device_t* device, DocumentFile& file) {
-    for (std::string_view piece = file.next(); !piece.empty(); piece = file.next()) {
-        if (papplJobIsCanceled(job)) {
-            return true;
-        }
-        if (!deliverOrAbort(job, device, piece)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool printCommands(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* device) {
     beginOnce(job);
     return guarded(job, [&] {
         DocumentFile file(papplJobGetFilename(job));
-        for (int copy = 0; copy < std::max(options->copies, 1); ++copy) {
-            file.rewind();
-            if (!sendFile(job, device, file)) {
-                return false;
+        int copies = std::max(options->copies, 1);
+        return deliverOrAbort(job, device, [&] {
+            std::string_view piece = file.next();
+            if (piece.empty() && --copies > 0) {
+                file.rewind();
+                piece = file.next();
             }
-        }
-        return true;
+            return piece;
+        });
     });
 }
 

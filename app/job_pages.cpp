@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/abort_job.h"
+#include "app/begun_jobs.h"
 #include "app/choices.h"
 #include "app/delivery.h"
 #include "app/job_sender.h"
@@ -46,19 +47,32 @@ std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& op
                                      std::max(options.copies, 1));
 }
 
-bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes) {
-    const std::unique_lock lock = senderLock(papplJobGetPrinter(job));
-    PrinterSocket* socket = socketOf(papplJobGetPrinter(job), device);
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device,
+                    const std::function<std::string_view()>& nextPiece) {
+    pappl_printer_t* printer = papplJobGetPrinter(job);
+    const std::unique_lock lock = senderLock(printer);
+    PrinterSocket* socket = socketOf(printer, device);
     JobSender sender(job);
-    const bool isSent = socket != nullptr ? socket->send(bytes, sender) : deliver(device, bytes);
-    return isSent || papplJobIsCanceled(job) ||
-           abortJob(
-               job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
-               "The printer was lost in the middle of the job; what was sent may have printed.");
+    for (std::string_view bytes = nextPiece(); !bytes.empty() && !papplJobIsCanceled(job);
+         bytes = nextPiece()) {
+        if (socket == nullptr) {
+            markBegun(job);
+        }
+        const bool isSent =
+            socket != nullptr ? socket->send(bytes, sender) : deliver(device, bytes);
+        if (!isSent && !papplJobIsCanceled(job)) {
+            return abortJob(
+                job, PAPPL_JREASON_ABORTED_BY_SYSTEM,
+                "The printer was lost in the middle of the job; what was sent may have printed.");
+        }
+    }
+    return true;
 }
 
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, Label label) {
-    const bool isSent = deliverOrAbort(job, device, std::string_view(label.commands));
+    std::string_view commands = label.commands;
+    const bool isSent =
+        deliverOrAbort(job, device, [&] { return std::exchange(commands, std::string_view()); });
     if (isSent) {
         keepLastLabel(papplPrinterGetID(papplJobGetPrinter(job)), std::move(label));
     }

@@ -3,6 +3,7 @@
 
 #include <pappl/pappl.h>
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -20,9 +21,12 @@ JobOptions optionsFor(pappl_job_t* job, unsigned int pages);
 /// printer does not take.
 std::unique_ptr<PageJob> pagesFor(pappl_job_t* job, const pappl_pr_options_t& options);
 
-/// Sends bytes to the job's printer, and waits for one on the network that is not there. Where it
-/// does not take them all, the job is aborted, and the result is false; a cancelled job stays one.
-bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, std::string_view bytes);
+/// Sends bytes to the job's printer, none of another job among them, and waits for one on the
+/// network that is not there. Where it does not take them all, the job is aborted, and the result
+/// is false; a cancelled job stays one, and ends behind a piece.
+/// @param nextPiece empty after the last; what it throws goes on
+bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device,
+                    const std::function<std::string_view()>& nextPiece);
 
 /// Sends a label likewise, and keeps it as the printer's last one. Throws std::bad_alloc.
 bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device, Label label);

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include "app/begun_jobs.h"
+
 namespace kelp_app {
 
 bool JobSender::isPatient() {
@@ -21,6 +23,7 @@ void JobSender::isAway(const std::string& why) {
 }
 
 void JobSender::isThere() {
+    markBegun(job_);
     // Perhaps an earlier job found it offline, and was cancelled.
     papplPrinterSetReasons(printer_, PAPPL_PREASON_NONE, PAPPL_PREASON_OFFLINE);
     if (isWaiting_) {

@@ -15,8 +15,8 @@ class JobSender : public Sender {
   public:
     explicit JobSender(pappl_job_t* job) : job_(job), printer_(papplJobGetPrinter(job)) {}
 
-    /// Where the server ends, the thread ends here, with the process: the job is saved as one that
-    /// waits, and the framework frees it.
+    /// Where the server ends, the thread stays here until it has: the job is saved as one that
+    /// waits.
     bool isPatient() override;
     void isAway(const std::string& why) override;
     void isThere() override;

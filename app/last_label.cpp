@@ -13,13 +13,14 @@ namespace kelp_app {
 
 namespace {
 
+/// Jobs may outlive everything else.
 struct Labels {
     std::mutex mutex;
     std::map<int, std::shared_ptr<const Label>> ofPrinters;
 };
 Labels& labels() {
-    static Labels all;
-    return all;
+    static auto& forever = *new Labels;
+    return forever;
 }
 
 }  // namespace

@@ -41,7 +41,8 @@ bool waitFor(const Descriptor& descriptor, short events, milliseconds time) {
     return poll(&entry, 1, static_cast<int>(time.count())) > 0;
 }
 
-/// A printer that is switched off in the middle of a label must not hold its job forever.
+/// A printer that is switched off between two labels must not hold its job forever. In the middle
+/// of one the system gives up after a quarter of an hour.
 void keepAlive(const Descriptor& connection) {
     const auto set = [&](int level, int option, int value) {
         setsockopt(connection.get(), level, option, &value, sizeof value);

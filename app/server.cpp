@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "app/driver.h"
@@ -159,7 +160,12 @@ pappl_system_t* makeServer(int optionCount, cups_option_t* givenOptions, void* /
         papplSystemDelete(system);
         return refuse("Unable to listen on the port.");
     }
-    keepState(system, folder / "printers.state");
+    try {
+        keepState(system, folder);
+    } catch (const std::system_error& error) {
+        papplSystemDelete(system);
+        return refuse(error.what());
+    }
     keepBeating(system);
     // What the command line says goes before what was saved.
     if (const char* group = options.text("admin-group")) {

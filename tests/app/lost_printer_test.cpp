@@ -31,6 +31,12 @@ class AppLostPrinter : public AppTest {
     std::string reasons(const std::string& name = "labels") const {
         return printer(name).attribute("printer-state-reasons");
     }
+    // Whether a job is, with its document.
+    bool is_saved(int job) const {
+        const std::filesystem::path state = application.state_folder() / "printers.state";
+        return std::filesystem::exists(state) &&
+               read_file(state).find("p00001j00000000" + std::to_string(job)) != std::string::npos;
+    }
     static std::string raster(const std::vector<Page>& pages) {
         return raster_stream(pages, CUPS_RASTER_WRITE_PWG);
     }
@@ -108,16 +114,55 @@ TEST_F(AppLostPrinter, AJobThatWaitsForItPrintsOnceAfterTheServerWasKilled) {
     printer().print("application/vnd.kelp-zpl", "^XA^FDonce^FS^XZ");
     EXPECT_TRUE(wait_until([&] { return reasons() == "offline"; }));
     // The state is saved within a second or two.
-    EXPECT_TRUE(wait_until([&] {
-        return read_file(application.state_folder() / "printers.state").find("id=\"2\"") !=
-               std::string::npos;
-    }));
+    EXPECT_TRUE(wait_until([&] { return is_saved(2); }));
     application.kill_and_restart();
     device.come_back();
     ASSERT_TRUE(wait_until([&] { return device.received().size() > before; }));
     EXPECT_EQ(printer().finished(2).state, IPP_JSTATE_COMPLETED);
     ASSERT_EQ(device.received().size(), before + 1);
     EXPECT_EQ(device.received().back(), "^XA^FDonce^FS^XZ");
+}
+
+TEST_F(AppLostPrinter, AJobOfWhichSomethingWasSentDoesNotPrintAgainAfterTheServerWasKilled) {
+    device.stall_after(1000);
+    const int begun = printer().print("application/vnd.kelp-zpl",
+                                      "^XA^FDtwice^FS^XZ" + std::string(30'000'000, ' '));
+    const int waiting = printer().print("application/vnd.kelp-zpl", "^XA^FDonce^FS^XZ");
+    ASSERT_TRUE(wait_until([&] { return device.is_stalled(); }));
+    EXPECT_TRUE(wait_until([&] { return is_saved(2); }));
+    application.kill_and_restart();
+    device.go_on();
+    EXPECT_EQ(printer().finished(waiting).state, IPP_JSTATE_COMPLETED);
+    EXPECT_EQ(printer().finished(begun).state, IPP_JSTATE_ABORTED);
+    ASSERT_TRUE(wait_until([&] { return device.connections().size() == 2; }));
+    EXPECT_EQ(device.connections()[1].bytes, "^XA^FDonce^FS^XZ");
+    // Nor after the next time.
+    application.stop();
+    application.kill_and_restart();
+    EXPECT_EQ(printed("application/vnd.kelp-zpl", "^XA^FDlast^FS^XZ"), "^XA^FDlast^FS^XZ");
+    EXPECT_EQ(device.connections().size(), 3U);
+    EXPECT_TRUE(wait_until(
+        [&] { return std::filesystem::is_empty(application.state_folder() / "begun"); }));
+}
+
+TEST_F(AppLostPrinter, ATitleWithLineEndsAddsNoPrinterWhenTheServerIsStartedAnew) {
+    device.go_away_after(0);
+    printer().print("application/vnd.kelp-zpl", "^XA^XZ");
+    ASSERT_TRUE(wait_until([&] { return device.is_away(); }));
+    const std::filesystem::path target = application.file("target");
+    write_file(target, "mine");
+    const std::string title = "x\n<Printer id=77 name=stranger did=x uri=file://" +
+                              target.string() + " driver=kelp-label-4inch>\n</Printer>\n";
+    const int first = printer().print("application/vnd.kelp-zpl", "^XA^FDa^FS^XZ", [&](ipp_t* job) {
+        ippAddString(job, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
+    });
+    const int second = printer().print("application/vnd.kelp-zpl", "^XA^FDb^FS^XZ");
+    EXPECT_TRUE(wait_until([&] { return is_saved(3); }));
+    application.kill_and_restart();
+    EXPECT_EQ(application.run({"printers"}).output.find("stranger"), std::string::npos);
+    device.come_back();
+    EXPECT_EQ(printer().finished(first).state, IPP_JSTATE_COMPLETED);
+    EXPECT_EQ(printer().finished(second).state, IPP_JSTATE_COMPLETED);
 }
 
 // An address behind which nothing answers, not even with a refusal.

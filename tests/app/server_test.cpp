@@ -101,6 +101,19 @@ TEST_F(AppRunning, RemembersItsPrinters) {
     EXPECT_EQ(printer("stencils").attribute("printer-make-and-model"), "Kelp Stencil Printer A4");
 }
 
+TEST_F(AppRunning, AFileIsNoPrinter) {
+    const std::filesystem::path file = application.file("precious");
+    write_file(file, "mine");
+    for (const std::string& uri :
+         {"file://" + file.string(), std::string("file:///dev/null"), std::string("ipp://x/")}) {
+        const ProcessResult added =
+            application.run({"add", "-d", "writer", "-m", "kelp-label-4inch", "-v", uri});
+        EXPECT_NE(added.exit_status, 0) << uri;
+    }
+    EXPECT_EQ(application.run({"printers"}).output.find("writer"), std::string::npos);
+    EXPECT_NE(application.log().find("is no printer."), std::string::npos);
+}
+
 TEST_F(AppRunning, TellsWhatItsPrintersUseUp) {
     add_printer("label-4inch", "labels");
     add_printer("stencil-a4", "stencils");
