@@ -34,7 +34,7 @@ fs::path fileOf(const JobNumber& number) {
 }
 
 /// 0-0 for a name that is none of ours.
-JobNumber numberOf(const std::string& name) {
+JobNumber markedJob(const std::string& name) {
     JobNumber number;
     const char* end = name.data() + name.size();
     const auto printer = std::from_chars(name.data(), end, number.printer);
@@ -51,7 +51,7 @@ void keepBegunJobs(const fs::path& folder) {
     marks().folder = folder;
     fs::create_directory(folder);
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        marks().jobs.insert(numberOf(entry.path().filename().string()));
+        marks().jobs.insert(markedJob(entry.path().filename().string()));
     }
 }
 
@@ -61,7 +61,7 @@ std::set<JobNumber> begunJobs() {
 }
 
 void markBegun(pappl_job_t* job) {
-    const JobNumber number{papplPrinterGetID(papplJobGetPrinter(job)), papplJobGetID(job)};
+    const JobNumber number = jobNumberOf(job);
     const std::lock_guard lock(marks().mutex);
     if (!marks().jobs.insert(number).second) {
         return;

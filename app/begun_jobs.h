@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <set>
 
-#include "app/state_text.h"
+#include "app/job_number.h"
 
 namespace kelp_app {
 

@@ -55,7 +55,8 @@ bool deliverOrAbort(pappl_job_t* job, pappl_device_t* device,
     JobSender sender(job);
     for (std::string_view bytes = nextPiece(); !bytes.empty() && !papplJobIsCanceled(job);
          bytes = nextPiece()) {
-        if (socket == nullptr) {
+        // Else when there is a connection.
+        if (socket == nullptr || socket->isConnected()) {
             markBegun(job);
         }
         const bool isSent =

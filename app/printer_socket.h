@@ -41,6 +41,9 @@ class PrinterSocket {
     /// sent has arrived. The next call connects anew.
     bool send(std::string_view bytes, Sender& sender);
 
+    /// Whether it has a connection: what is sent next goes at once.
+    bool isConnected() const { return connection_.isOpen(); }
+
   private:
     bool connect(Sender& sender);
 

@@ -6,7 +6,8 @@
 #include <cstddef>
 #include <deque>
 #include <map>
-#include <utility>
+
+#include "app/job_number.h"
 
 namespace kelp_app {
 
@@ -14,8 +15,6 @@ namespace {
 
 /// A second thread is at most a few scheduler's turns late.
 constexpr std::size_t kRemembered = 10000;
-
-using JobNumber = std::pair<int, int>;  // of the printer, of the job there
 
 /// Whether a job is new.
 bool remember(const JobNumber& number) {
@@ -35,7 +34,7 @@ bool remember(const JobNumber& number) {
 }  // namespace
 
 void beginOnce(pappl_job_t* job) {
-    if (!remember({papplPrinterGetID(papplJobGetPrinter(job)), papplJobGetID(job)})) {
+    if (!remember(jobNumberOf(job))) {
         leaveToOtherThread(job);
     }
 }

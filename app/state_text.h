@@ -1,7 +1,6 @@
 #ifndef KELP_APP_STATE_TEXT_H
 #define KELP_APP_STATE_TEXT_H
 
-#include <compare>
 #include <functional>
 #include <set>
 #include <string>
@@ -9,14 +8,9 @@
 #include <utility>
 #include <vector>
 
-namespace kelp_app {
+#include "app/job_number.h"
 
-/// A job, by its number and its printer's.
-struct JobNumber {
-    int printer = 0;
-    int job = 0;
-    auto operator<=>(const JobNumber&) const = default;
-};
+namespace kelp_app {
 
 /// A job in the framework's saved state: names and values.
 using SavedJob = std::vector<std::pair<std::string, std::string>>;

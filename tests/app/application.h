@@ -33,6 +33,7 @@ class Application {
 
     bool is_running() { return server_->is_running(); }
     void stop() { server_->stop(); }
+    std::optional<int> end_status(std::chrono::seconds limit) { return server_->end_status(limit); }
     // Ends it at once, wherever it is, and starts it again.
     void kill_and_restart();
 

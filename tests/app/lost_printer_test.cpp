@@ -127,8 +127,8 @@ TEST_F(AppLostPrinter, AJobOfWhichSomethingWasSentDoesNotPrintAgainAfterTheServe
     device.stall_after(1000);
     const int begun = printer().print("application/vnd.kelp-zpl",
                                       "^XA^FDtwice^FS^XZ" + std::string(30'000'000, ' '));
-    const int waiting = printer().print("application/vnd.kelp-zpl", "^XA^FDonce^FS^XZ");
     ASSERT_TRUE(wait_until([&] { return device.is_stalled(); }));
+    const int waiting = printer().print("application/vnd.kelp-zpl", "^XA^FDonce^FS^XZ");
     EXPECT_TRUE(wait_until([&] { return is_saved(2); }));
     application.kill_and_restart();
     device.go_on();
@@ -143,6 +143,24 @@ TEST_F(AppLostPrinter, AJobOfWhichSomethingWasSentDoesNotPrintAgainAfterTheServe
     EXPECT_EQ(device.connections().size(), 3U);
     EXPECT_TRUE(wait_until(
         [&] { return std::filesystem::is_empty(application.state_folder() / "begun"); }));
+}
+
+TEST_F(AppLostPrinter, NorDoesAJobThatFollowsAnotherOnItsConnection) {
+    const std::string large = "^XA^FDtwice^FS^XZ" + std::string(30'000'000, ' ');
+    device.stall_after(1000);
+    printer().print("application/vnd.kelp-zpl", large);
+    ASSERT_TRUE(wait_until([&] { return device.is_stalled(); }));
+    const int second = printer().print("application/vnd.kelp-zpl", large);
+    EXPECT_TRUE(wait_until([&] { return is_saved(2); }));
+    device.stall_after(large.size() + 1000);
+    ASSERT_TRUE(wait_until([&] {
+        return device.is_stalled() && device.connections()[0].bytes.size() > large.size();
+    }));
+    application.kill_and_restart();
+    device.go_on();
+    EXPECT_EQ(printer().finished(second).state, IPP_JSTATE_ABORTED);
+    EXPECT_EQ(printed("application/vnd.kelp-zpl", "^XA^FDlast^FS^XZ"), "^XA^FDlast^FS^XZ");
+    EXPECT_EQ(device.connections().size(), 2U);
 }
 
 TEST_F(AppLostPrinter, ATitleWithLineEndsAddsNoPrinterWhenTheServerIsStartedAnew) {

@@ -117,8 +117,7 @@ class Workshop:
         self.log.write_text("")
         configured = self.run([
             "cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-            "-DCMAKE_CXX_FLAGS=-O1", "-DKELP_BUILD_DRIVERS=OFF",
-            "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"])
+            "-DCMAKE_CXX_FLAGS=-O1", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"])
         if configured != 0 or not self.compile(sorted({test[0] for test in tests})):
             sys.exit(f"the sources do not build: see {self.log}")
         for test in tests:

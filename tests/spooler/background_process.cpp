@@ -78,4 +78,14 @@ void BackgroundProcess::kill() {
     }
 }
 
+std::optional<int> BackgroundProcess::end_status(std::chrono::seconds limit) {
+    int status = 0;
+    ::kill(process_, SIGTERM);
+    if (!wait_until([&] { return waitpid(process_, &status, WNOHANG) == process_; }, limit)) {
+        return std::nullopt;
+    }
+    process_ = -1;
+    return WIFEXITED(status) ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
+}
+
 }  // namespace kelp_test

@@ -2,7 +2,9 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,9 @@ class BackgroundProcess {
     void stop();
     // Kills it.
     void kill();
+    // Asks it to end, and waits. Its exit status; none where it is still there, or a signal ended
+    // it.
+    std::optional<int> end_status(std::chrono::seconds limit);
 
   private:
     pid_t process_ = -1;

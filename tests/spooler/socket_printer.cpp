@@ -99,8 +99,11 @@ std::vector<std::string> SocketPrinter::received() const {
 }
 
 void SocketPrinter::stall_after(std::size_t bytes) {
-    const std::lock_guard lock(mutex_);
-    stall_limit_ = bytes;
+    {
+        const std::lock_guard lock(mutex_);
+        stall_limit_ = bytes;
+    }
+    changed_.notify_all();
 }
 
 void SocketPrinter::go_on() {

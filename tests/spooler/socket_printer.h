@@ -37,7 +37,8 @@ class SocketPrinter {
     // The bytes of the connections that came to their end.
     std::vector<std::string> received() const;
 
-    // Takes only so many bytes of a connection, then reads no more until told to go on.
+    // Takes only so many bytes of a connection, then reads no more until told to go on, or to take
+    // more.
     void stall_after(std::size_t bytes);
     void go_on();
     bool is_stalled() const;

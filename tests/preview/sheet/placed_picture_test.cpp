@@ -78,6 +78,8 @@ TEST(Placed, InThePagesResolutionIsDotForDot) {
 TEST(Placed, IsCutOffEvenly) {
     EXPECT_EQ(placed(striped({1, 2, 3, 4, 5, 6}, 1), {4, 60}, 203, PictureScaling::Own).pixels,
               (Pixels{2, 3, 4, 5}));
+    const GreyPicture upright{1, 6, {1, 2, 3, 4, 5, 6}};
+    EXPECT_EQ(placed(upright, {90, 4}, 203, PictureScaling::Own).pixels, (Pixels{2, 3, 4, 5}));
     // Filled, a pixel is 6 dots high and wide: of 30 pixels the middle 15 are seen.
     Pixels row(30, 0);
     std::fill_n(row.begin() + 7, 15, static_cast<unsigned char>(100));
