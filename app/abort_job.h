@@ -6,6 +6,7 @@
 #include <new>
 
 #include "app/job_log.h"
+#include "app/running_step.h"
 #include "fitter/fit_error.h"
 
 namespace kelp_app {
@@ -14,26 +15,12 @@ namespace kelp_app {
 /// of the framework returns then.
 bool abortJob(pappl_job_t* job, pappl_jreason_t reason, const char* message);
 
-/// A step of a job, as long as it lives; its thread's log is the job's.
-class RunningStep {
-  public:
-    explicit RunningStep(pappl_job_t* job);
-    ~RunningStep();
-    RunningStep(const RunningStep&) = delete;
-    RunningStep& operator=(const RunningStep&) = delete;
-
-    /// Whether there is one, of any job.
-    static bool areAny();
-
-  private:
-    JobLog log_;
-};
-
 /// Runs a step of a job; what it throws ends the job. The framework calls back from C: nothing may
 /// be thrown through it.
 template <typename Step>
 bool guarded(pappl_job_t* job, const Step& step) {
-    const RunningStep running(job);
+    const RunningStep running;
+    const JobLog log(job);
     try {
         return step();
     } catch (const FitError& error) {

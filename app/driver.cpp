@@ -7,12 +7,13 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <thread>
 
-#include "app/abort_job.h"
 #include "app/choices.h"
 #include "app/job_callbacks.h"
 #include "app/media.h"
 #include "app/printer_status.h"
+#include "app/running_step.h"
 #include "app/test_label.h"
 #include "app/vendor_attributes.h"
 #include "filter/text.h"
@@ -109,6 +110,12 @@ void describeWhatTheStandardAsks(ipp_t* attributes) {
                  "pwg-raster-document-sheet-back", nullptr, "normal");
 }
 
+/// The thread that asks first: the drivers are listed before anything else begins.
+std::thread::id serversThread() {
+    static const std::thread::id first = std::this_thread::get_id();
+    return first;
+}
+
 /// Not the framework's "file:": whoever may add a printer would write into any file of the server's
 /// user.
 bool isPrinterDevice(std::string_view uri) {
@@ -118,9 +125,10 @@ bool isPrinterDevice(std::string_view uri) {
 }
 
 /// The framework frees all jobs when the server ends, those too that a thread still prints. What
-/// waits is saved by then, so the process ends here.
-void endWithRunningJobs(pappl_printer_t* printer, pappl_pr_driver_data_t* /*data*/) {
-    if (!papplSystemIsRunning(papplPrinterGetSystem(printer)) && RunningStep::areAny()) {
+/// waits is saved by then, so the process ends here. While the server runs no printer is removed by
+/// its own thread. The framework is not asked: who removes a printer holds its lock.
+void endWithRunningJobs(pappl_printer_t* /*printer*/, pappl_pr_driver_data_t* /*data*/) {
+    if (std::this_thread::get_id() == serversThread() && RunningStep::areAny()) {
         std::_Exit(EXIT_SUCCESS);
     }
 }
@@ -134,6 +142,7 @@ void identify(pappl_printer_t* printer, pappl_identify_actions_t /*actions*/, co
 }  // namespace
 
 std::vector<pappl_pr_driver_t> driverList() {
+    serversThread();
     std::vector<pappl_pr_driver_t> drivers;
     for (const kelp_models::Model& model : kelp_models::models()) {
         drivers.push_back({model.name, model.makeAndModel, model.deviceId, nullptr});

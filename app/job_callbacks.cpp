@@ -9,22 +9,34 @@
 #include "app/document_file.h"
 #include "app/job_pages.h"
 #include "app/running_job.h"
+#include "app/running_step.h"
 #include "app/test_label.h"
 
 namespace kelp_app {
 
 namespace {
 
+/// A raster as it comes.
+struct RasterJob {
+    RunningStep running;
+    std::unique_ptr<PageJob> pages;
+};
+
+RasterJob* rasterOf(pappl_job_t* job) {
+    return static_cast<RasterJob*>(papplJobGetData(job));
+}
+
 PageJob& pagesOf(pappl_job_t* job) {
-    return *static_cast<PageJob*>(papplJobGetData(job));
+    return *rasterOf(job)->pages;
 }
 
 bool startJob(pappl_job_t* job, pappl_pr_options_t* options, pappl_device_t* /*device*/) {
     return guarded(job, [&] {
-        auto pages = pagesFor(job, *options);
+        auto raster = std::make_unique<RasterJob>();
+        raster->pages = pagesFor(job, *options);
         // The printer makes the copies; the framework would send each page again.
         options->copies = 1;
-        papplJobSetData(job, pages.release());
+        papplJobSetData(job, raster.release());
         return true;
     });
 }
@@ -53,7 +65,7 @@ bool endPage(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* 
 }
 
 bool endJob(pappl_job_t* job, pappl_pr_options_t* /*options*/, pappl_device_t* /*device*/) {
-    std::unique_ptr<PageJob>(&pagesOf(job)).reset();
+    std::unique_ptr<RasterJob>(rasterOf(job)).reset();
     papplJobSetData(job, nullptr);
     return true;
 }

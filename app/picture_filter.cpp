@@ -45,11 +45,14 @@ PictureScaling scalingOf(const pappl_pr_options_t& options, bool fitsInOwnSize) 
     }
 }
 
-/// A wide picture is turned on a long label, unless the job says how it lies.
+/// A wide picture is turned on a long label, unless the job or its printer says how it lies.
 unsigned int turnsOf(pappl_job_t* job, const GreyPicture& picture,
                      const pappl_pr_options_t& options) {
-    if (papplJobGetAttribute(job, "orientation-requested") != nullptr) {
-        return quarterTurns(options.orientation_requested);
+    const ipp_orient_t asked = options.orientation_requested;
+    const bool isUprightByDefault = asked == IPP_ORIENT_PORTRAIT &&
+                                    papplJobGetAttribute(job, "orientation-requested") == nullptr;
+    if (asked != IPP_ORIENT_NONE && !isUprightByDefault) {
+        return quarterTurns(asked);
     }
     const cups_page_header2_t& page = options.header;
     return picture.width > picture.height && page.cupsWidth < page.cupsHeight

@@ -1,10 +1,12 @@
 #include "app/saved_state.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <exception>
 #include <fstream>
 #include <iterator>
 #include <set>
-#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -21,10 +23,15 @@ namespace fs = std::filesystem;
 /// As long as the server.
 fs::path stateFile;
 
+/// Throws std::system_error.
 std::string contentOf(const fs::path& path) {
-    std::ostringstream content;
-    content << std::ifstream(path).rdbuf();
-    return content.str();
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        throw std::system_error(errno, std::generic_category(), path.string());
+    }
+    return content;
 }
 
 /// As many as are saved.
@@ -39,12 +46,13 @@ int printersOf(pappl_system_t* system) {
     return count;
 }
 
-bool saveState(pappl_system_t* system, void* /*unused*/) {
+/// Throws std::system_error, std::runtime_error, std::bad_alloc.
+void saveNow(pappl_system_t* system) {
     // One that begins from now on may be missing in what is saved.
     const std::set<JobNumber> begun = begunJobs();
     const fs::path whole = stateFile.string() + ".whole";
     if (!papplSystemSaveState(system, whole.c_str())) {
-        return false;
+        throw std::system_error(errno, std::generic_category(), whole.string());
     }
     std::set<JobNumber> waiting;
     const std::string state = stateToSave(contentOf(whole), waiting);
@@ -52,21 +60,32 @@ bool saveState(pappl_system_t* system, void* /*unused*/) {
     fs::remove(whole, error);
     // The framework does not tell that a disk is full.
     if (!isWholeState(state, printersOf(system))) {
-        papplLog(system, PAPPL_LOGLEVEL_ERROR,
-                 "Unable to save the printers and jobs whole: what was saved before stays.");
-        return false;
+        throw std::runtime_error("they are not whole");
     }
-    try {
-        kelp_preview::writeWholeFile(stateFile, state);
-    } catch (const std::system_error& failure) {
-        papplLog(system, PAPPL_LOGLEVEL_ERROR, "%s", failure.what());
-        return false;
-    }
+    kelp_preview::writeWholeFile(stateFile, state);
     std::set<JobNumber> ended;
     std::set_difference(begun.begin(), begun.end(), waiting.begin(), waiting.end(),
                         std::inserter(ended, ended.end()));
     unmark(ended);
-    return true;
+}
+
+bool saveState(pappl_system_t* system, void* /*unused*/) {
+    static bool hasFailed = false;
+    try {
+        saveNow(system);
+        hasFailed = false;
+        return true;
+    } catch (const std::exception& failure) {
+        if (!hasFailed) {
+            papplLog(system, PAPPL_LOGLEVEL_ERROR,
+                     "Unable to save the printers and jobs, what was saved before stays: %s.",
+                     failure.what());
+        }
+        hasFailed = true;
+        // The framework does not try again before something changes.
+        papplSystemSetDefaultPrinterID(system, papplSystemGetDefaultPrinterID(system));
+        return false;
+    }
 }
 
 }  // namespace

@@ -153,6 +153,9 @@ std::string stateToSave(std::string_view state, std::set<JobNumber>& waiting) {
 
 std::string stateToLoad(std::string_view state, const std::set<JobNumber>& begun) {
     return withJobs(state, [&](const JobNumber& number, SavedJob& job) {
+        if (find(job, "format") == job.end()) {
+            job.emplace_back("format", "application/octet-stream");
+        }
         if (!hasEnded(job) && begun.contains(number)) {
             setState(job, kAborted);
         }

@@ -26,7 +26,8 @@ std::string withJobs(std::string_view state,
 std::string stateToSave(std::string_view state, std::set<JobNumber>& waiting);
 
 /// The state as it is loaded: of the jobs that wait, those that have begun are aborted, for nothing
-/// should print twice.
+/// should print twice. A job whose document has not come yet has no format, and the framework would
+/// leave out all that stand behind it: it gets one, and ends for want of a document.
 std::string stateToLoad(std::string_view state, const std::set<JobNumber>& begun);
 
 /// Whether a state that was saved has come to its end, of so many printers.

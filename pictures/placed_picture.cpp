@@ -26,7 +26,8 @@ double scaleOf(const GreyPicture& picture, const PictureSize& page, std::uint32_
 }
 
 std::uint32_t dotsOf(std::uint32_t pixels, double scale) {
-    return static_cast<std::uint32_t>(std::max(std::round(pixels * scale), 1.0));
+    constexpr double kMost = 4e9;
+    return static_cast<std::uint32_t>(std::clamp(std::round(pixels * scale), 1.0, kMost));
 }
 
 /// How many of a side's pixels come to lie on a page's side.
@@ -91,8 +92,11 @@ GreyPicture placed(const GreyPicture& picture, const PictureSize& page, std::uin
     const double scale = scaleOf(picture, page, dotsPerInch, scaling);
     const PictureSize seen{pixelsOn(page.width, picture.width, scale),
                            pixelsOn(page.height, picture.height, scale)};
-    const PictureSize dots{std::min(dotsOf(seen.width, scale), page.width),
-                           std::min(dotsOf(seen.height, scale), page.height)};
+    // A side that is cut reaches both edges of the page, if not by whole pixels.
+    const PictureSize dots{
+        seen.width < picture.width ? page.width : std::min(dotsOf(seen.width, scale), page.width),
+        seen.height < picture.height ? page.height
+                                     : std::min(dotsOf(seen.height, scale), page.height)};
     if (seen.width == picture.width && seen.height == picture.height) {
         return scaled(picture, dots);
     }

@@ -259,6 +259,7 @@ TEST_F(AppDocuments, AWidePictureIsTurnedUnlessTheJobSaysHowItLies) {
     };
     // Counterclockwise the right half comes to lie above.
     EXPECT_EQ(printed("image/png", wide), block(304, 406));
+    EXPECT_EQ(lying(IPP_ORIENT_NONE), block(304, 406));
     EXPECT_EQ(lying(IPP_ORIENT_PORTRAIT), block(406, 507));
     EXPECT_EQ(lying(IPP_ORIENT_LANDSCAPE), block(304, 406));
     EXPECT_EQ(lying(IPP_ORIENT_REVERSE_LANDSCAPE), block(304, 609));

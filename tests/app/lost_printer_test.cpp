@@ -167,10 +167,9 @@ TEST_F(AppLostPrinter, ATitleWithLineEndsAddsNoPrinterWhenTheServerIsStartedAnew
     device.go_away_after(0);
     printer().print("application/vnd.kelp-zpl", "^XA^XZ");
     ASSERT_TRUE(wait_until([&] { return device.is_away(); }));
-    const std::filesystem::path target = application.file("target");
-    write_file(target, "mine");
-    const std::string title = "x\n<Printer id=77 name=stranger did=x uri=file://" +
-                              target.string() + " driver=kelp-label-4inch>\n</Printer>\n";
+    const std::string title =
+        "x\n<Printer id=77 name=stranger did=x uri=socket://127.0.0.1:1 driver=kelp-label-4inch>\n"
+        "</Printer>\n";
     const int first = printer().print("application/vnd.kelp-zpl", "^XA^FDa^FS^XZ", [&](ipp_t* job) {
         ippAddString(job, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
     });

@@ -45,24 +45,29 @@ TEST(StateText, WhatIsUnderWayIsSavedAsWaiting) {
 TEST(StateText, WhatHasBegunIsLoadedAsAborted) {
     const std::string state =
         "<Printer id=\"1\">\n"
-        "Job id=\"1\" state=\"3\"\n"
-        "Job id=\"2\" state=\"4\"\n"
-        "Job id=\"3\" state=\"9\"\n"
-        "Job id=\"4\" state=\"3\"\n"
+        "Job format=\"a\" id=\"1\" state=\"3\"\n"
+        "Job format=\"a\" id=\"2\" state=\"4\"\n"
+        "Job format=\"a\" id=\"3\" state=\"9\"\n"
+        "Job format=\"a\" id=\"4\" state=\"3\"\n"
         "</Printer>\n"
         "<Printer id=\"2\">\n"
-        "Job id=\"1\" state=\"3\"\n"
+        "Job format=\"a\" id=\"1\" state=\"3\"\n"
         "</Printer>\n";
     EXPECT_EQ(stateToLoad(state, {{1, 1}, {1, 2}, {1, 3}, {7, 4}}),
               "<Printer id=\"1\">\n"
-              "Job id=\"1\" state=\"8\"\n"
-              "Job id=\"2\" state=\"8\"\n"
-              "Job id=\"3\" state=\"9\"\n"
-              "Job id=\"4\" state=\"3\"\n"
+              "Job format=\"a\" id=\"1\" state=\"8\"\n"
+              "Job format=\"a\" id=\"2\" state=\"8\"\n"
+              "Job format=\"a\" id=\"3\" state=\"9\"\n"
+              "Job format=\"a\" id=\"4\" state=\"3\"\n"
               "</Printer>\n"
               "<Printer id=\"2\">\n"
-              "Job id=\"1\" state=\"3\"\n"
+              "Job format=\"a\" id=\"1\" state=\"3\"\n"
               "</Printer>\n");
+}
+
+TEST(StateText, AJobWithoutADocumentIsLoadedWithAFormat) {
+    EXPECT_EQ(stateToLoad("Job id=\"1\" state=\"3\"\n", {}),
+              "Job id=\"1\" state=\"3\" format=\"application/octet-stream\"\n");
 }
 
 TEST(StateText, AStrangersTitleStaysWithinItsLine) {

@@ -50,6 +50,9 @@ TEST(Placed, IsAsLargeAsItsScalingHasIt) {
              {flat(30, 10), PictureScaling::Fill, {90, 60}},
              {flat(10, 30), PictureScaling::Fill, {90, 60}},
              {flat(1000, 10), PictureScaling::Fill, {90, 60}},
+             {flat(7, 3), PictureScaling::Fill, {90, 60}},  // 4.5 pixels of 20 dots
+             {flat(14, 30), PictureScaling::Fill, {90, 60}},
+             {flat(20000, 1), PictureScaling::Fill, {90, 60}},
              {flat(30, 10), PictureScaling::Own, {30, 10}},
              {flat(30, 10, 203), PictureScaling::Own, {30, 10}},
              {flat(30, 10, 406), PictureScaling::Own, {15, 5}},
