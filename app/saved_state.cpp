@@ -46,6 +46,11 @@ int printersOf(pappl_system_t* system) {
     return count;
 }
 
+/// What has changed is saved when the server's loop wakes next. Takes the framework's lock.
+void markChanged(pappl_system_t* system) {
+    papplSystemSetDefaultPrinterID(system, papplSystemGetDefaultPrinterID(system));
+}
+
 /// Throws std::system_error, std::runtime_error, std::bad_alloc.
 void saveNow(pappl_system_t* system) {
     // One that begins from now on may be missing in what is saved.
@@ -54,19 +59,27 @@ void saveNow(pappl_system_t* system) {
     if (!papplSystemSaveState(system, whole.c_str())) {
         throw std::system_error(errno, std::generic_category(), whole.string());
     }
-    std::set<JobNumber> waiting;
-    const std::string state = stateToSave(contentOf(whole), waiting);
+    JobsToSave jobs;
+    const std::string state = stateToSave(contentOf(whole), jobs);
     std::error_code error;
     fs::remove(whole, error);
     // The framework does not tell that a disk is full.
     if (!isWholeState(state, printersOf(system))) {
         throw std::runtime_error("they are not whole");
     }
-    kelp_preview::writeWholeFile(stateFile, state);
+    static std::string written;
+    if (state != written) {
+        kelp_preview::writeWholeFile(stateFile, state);
+        written = state;
+    }
     std::set<JobNumber> ended;
-    std::set_difference(begun.begin(), begun.end(), waiting.begin(), waiting.end(),
+    std::set_difference(begun.begin(), begun.end(), jobs.waiting.begin(), jobs.waiting.end(),
                         std::inserter(ended, ended.end()));
     unmark(ended);
+    if (jobs.areDocumentsOnTheWay) {
+        // When they have come the framework does not save again.
+        markChanged(system);
+    }
 }
 
 bool saveState(pappl_system_t* system, void* /*unused*/) {
@@ -83,7 +96,7 @@ bool saveState(pappl_system_t* system, void* /*unused*/) {
         }
         hasFailed = true;
         // The framework does not try again before something changes.
-        papplSystemSetDefaultPrinterID(system, papplSystemGetDefaultPrinterID(system));
+        markChanged(system);
         return false;
     }
 }

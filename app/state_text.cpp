@@ -140,13 +140,16 @@ std::string withJobs(std::string_view state,
     return result;
 }
 
-std::string stateToSave(std::string_view state, std::set<JobNumber>& waiting) {
+std::string stateToSave(std::string_view state, JobsToSave& jobs) {
     return withJobs(state, [&](const JobNumber& number, SavedJob& job) {
+        if (hasEnded(job)) {
+            return;
+        }
+        jobs.waiting.insert(number);
         if (valueOf(job, "state") == kProcessing) {
             setState(job, kPending);
-        }
-        if (!hasEnded(job)) {
-            waiting.insert(number);
+        } else if (find(job, "filename") == job.end()) {
+            jobs.areDocumentsOnTheWay = true;
         }
     });
 }

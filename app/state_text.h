@@ -21,9 +21,14 @@ using SavedJob = std::vector<std::pair<std::string, std::string>>;
 std::string withJobs(std::string_view state,
                      const std::function<void(const JobNumber&, SavedJob&)>& change);
 
+/// What a state to save holds.
+struct JobsToSave {
+    std::set<JobNumber> waiting;        ///< those that have not ended
+    bool areDocumentsOnTheWay = false;  ///< of jobs that wait
+};
+
 /// The state as it is saved: what is under way waits again, for the framework never would end it.
-/// @param waiting gets the jobs that have not ended
-std::string stateToSave(std::string_view state, std::set<JobNumber>& waiting);
+std::string stateToSave(std::string_view state, JobsToSave& jobs);
 
 /// The state as it is loaded: of the jobs that wait, those that have begun are aborted, for nothing
 /// should print twice. A job whose document has not come yet has no format, and the framework would

@@ -146,7 +146,7 @@ TEST_F(AppLostPrinter, AJobOfWhichSomethingWasSentDoesNotPrintAgainAfterTheServe
 }
 
 TEST_F(AppLostPrinter, NorDoesAJobThatFollowsAnotherOnItsConnection) {
-    const std::string large = "^XA^FDtwice^FS^XZ" + std::string(30'000'000, ' ');
+    const std::string large = "^XA^FDtwice^FS^XZ" + std::string(10'000'000, ' ');
     device.stall_after(1000);
     printer().print("application/vnd.kelp-zpl", large);
     ASSERT_TRUE(wait_until([&] { return device.is_stalled(); }));
@@ -161,6 +161,23 @@ TEST_F(AppLostPrinter, NorDoesAJobThatFollowsAnotherOnItsConnection) {
     EXPECT_EQ(printer().finished(second).state, IPP_JSTATE_ABORTED);
     EXPECT_EQ(printed("application/vnd.kelp-zpl", "^XA^FDlast^FS^XZ"), "^XA^FDlast^FS^XZ");
     EXPECT_EQ(device.connections().size(), 2U);
+}
+
+TEST_F(AppLostPrinter, AJobWhoseDocumentCameSlowlyPrintsAfterTheServerWasKilled) {
+    device.stall_after(1000);
+    printer().print("application/vnd.kelp-zpl", std::string(30'000'000, ' '));
+    ASSERT_TRUE(wait_until([&] { return device.is_stalled(); }));
+    const std::string document = "^XA^FDslow^FS^XZ" + std::string(200'000, ' ');
+    // In the pause the state is saved without the document.
+    const int slow = printer().print_with_pause(
+        "application/vnd.kelp-zpl", document,
+        {100'000, [] { std::this_thread::sleep_for(std::chrono::milliseconds(2500)); }});
+    EXPECT_TRUE(wait_until([&] { return is_saved(2); }, std::chrono::seconds(10)));
+    application.kill_and_restart();
+    device.go_on();
+    EXPECT_EQ(printer().finished(slow).state, IPP_JSTATE_COMPLETED);
+    ASSERT_TRUE(wait_until([&] { return device.connections().size() == 2; }));
+    EXPECT_TRUE(wait_until([&] { return device.connections()[1].bytes == document; }));
 }
 
 TEST_F(AppLostPrinter, ATitleWithLineEndsAddsNoPrinterWhenTheServerIsStartedAnew) {

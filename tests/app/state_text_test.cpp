@@ -35,11 +35,24 @@ TEST(StateText, JobsAreThoseOfTheirPrinters) {
 }
 
 TEST(StateText, WhatIsUnderWayIsSavedAsWaiting) {
-    std::set<JobNumber> waiting;
+    JobsToSave jobs;
     std::string expected = kState;
     expected.replace(expected.find(" state=\"5\" username"), 10, " state=\"3\"");
-    EXPECT_EQ(stateToSave(kState, waiting), expected);
-    EXPECT_EQ(waiting, (std::set<JobNumber>{{1, 3}, {1, 4}, {2, 3}}));
+    EXPECT_EQ(stateToSave(kState, jobs), expected);
+    EXPECT_EQ(jobs.waiting, (std::set<JobNumber>{{1, 3}, {1, 4}, {2, 3}}));
+}
+
+TEST(StateText, ADocumentIsOnTheWayOfAJobThatWaitsWithoutOne) {
+    const auto is_on_the_way = [](const std::string& job) {
+        JobsToSave jobs;
+        stateToSave("Job id=\"1\" " + job + "\n", jobs);
+        return jobs.areDocumentsOnTheWay;
+    };
+    EXPECT_TRUE(is_on_the_way("state=\"3\""));
+    EXPECT_TRUE(is_on_the_way("state=\"4\""));
+    EXPECT_FALSE(is_on_the_way("filename=\"a\" state=\"3\""));
+    EXPECT_FALSE(is_on_the_way("state=\"5\""));  // a raster as it comes
+    EXPECT_FALSE(is_on_the_way("state=\"9\""));
 }
 
 TEST(StateText, WhatHasBegunIsLoadedAsAborted) {
